@@ -34,7 +34,7 @@ public final class Catalog {
     }
 
     public record Column(String name, ColType type, int length, boolean unique) {
-        public Column unique() {
+        public Column asUnique() {
             return new Column(name, type, length, true);
         }
     }
