@@ -1,0 +1,8 @@
+package kerova.core.db.sql;
+
+import java.util.List;
+
+// STUB written by the lead so the tree compiles; the SQL engineer replaces it freely.
+public final class Condition {
+    public BoundCondition bind(List<String> tableColumns) { throw new UnsupportedOperationException("TODO"); }
+}

@@ -1,0 +1,14 @@
+package kerova.core.db.sql;
+
+import java.util.List;
+
+// STUB written by the lead so the tree compiles; the SQL engineer replaces it freely.
+public final class SelectStatement implements Statement {
+    public String tableName() {
+        throw new UnsupportedOperationException("TODO");
+    }
+
+    public BoundSelect bind(List<String> tableColumns) {
+        throw new UnsupportedOperationException("TODO");
+    }
+}
