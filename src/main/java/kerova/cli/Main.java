@@ -55,6 +55,8 @@ public final class Main {
                 return sql(args, out, err);
             case "demo":
                 return demo(args, out, err);
+            case "bench":
+                return Bench.run(args, out);
             case "-h":
             case "--help":
             case "help":
