@@ -99,9 +99,15 @@ public final class Catalog {
         return new Table(name, List.of(columns));
     }
 
-    /** A table with the columns of another, in the same order (JarmuvekArchiv, CikkszámIdeigl). */
+    /**
+     * A table with the columns of another, in the same order (JarmuvekArchiv, CikkszámIdeigl):
+     * same names, types and widths, but without the unique indexes, since such a table receives
+     * copies of rows and a key may come back (a deleted last vehicle's key is given again).
+     */
     static Table copyOf(String name, Table of) {
-        return new Table(name, of.columns());
+        return new Table(name, of.columns().stream()
+                .map(c -> new Column(c.name(), c.type(), c.length(), false))
+                .toList());
     }
 
     static Column[] concat(Column[]... parts) {
