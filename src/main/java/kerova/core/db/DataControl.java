@@ -16,6 +16,8 @@ public final class DataControl implements Recordset.MoveListener {
     private String recordSource;
     private Recordset recordset;
     private final List<Binding> bindings = new ArrayList<>();
+    /** Told after every move and Recordset change (grids of the forms runtime redraw). */
+    private final List<Runnable> listeners = new ArrayList<>();
     /** Set while a write-back runs, so that its own Edit/Update does not recurse. */
     private boolean writing;
 
@@ -55,6 +57,11 @@ public final class DataControl implements Recordset.MoveListener {
 
     public List<Binding> bindings() {
         return bindings;
+    }
+
+    /** A listener told after every move and every change of the Recordset (grids). */
+    public void addListener(Runnable l) {
+        listeners.add(l);
     }
 
     /** Closes the current Recordset (after writing bound changes) and opens RecordSource anew. */
@@ -149,6 +156,9 @@ public final class DataControl implements Recordset.MoveListener {
                 }
             }
             b.loadBound(v);
+        }
+        for (Runnable l : List.copyOf(listeners)) {
+            l.run();
         }
     }
 }

@@ -1,0 +1,6 @@
+package kerova.core.form;
+
+/** The Cancel argument of Validate and QueryUnload. */
+public final class CancelArgs {
+    public boolean Cancel;
+}

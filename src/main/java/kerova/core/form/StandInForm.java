@@ -1,0 +1,24 @@
+package kerova.core.form;
+
+/** Stands in for a form of a later Part: a window titled with the form's name and one notice. */
+public class StandInForm extends Form {
+    public static final String NOTICE = "Ez a modul még nem készült el.";
+    public final Label Label1 = add(new Label("Label1", NOTICE));
+    public final CommandButton Kilepes = add(new CommandButton("Kilepes", "Kilépés"));
+
+    public StandInForm(String formName) {
+        super(formName, formName);
+        layoutConstraints = "wrap 1, insets 20";
+        Kilepes.Click = this::Kilepes_Click;
+    }
+
+    void Kilepes_Click() {
+        CloseGuard = false;
+        Unload();
+    }
+
+    @Override
+    protected void exitHandler() {
+        Kilepes_Click();
+    }
+}
