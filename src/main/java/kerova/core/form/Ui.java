@@ -42,6 +42,10 @@ public interface Ui {
         return printerReady();
     }
 
+    /** Opens a web address in a browser (ShellExecute); no-op headless. */
+    default void openUrl(String address) {
+    }
+
     /** Ends the process (Kilepes). Tests replace it so that the JVM stays. */
     default void exitProcess() {
         System.exit(0);
