@@ -65,6 +65,11 @@ public class DBGrid extends Control {
         }
     }
 
+    /** The last row read for drawing (a row is read once for all its cells). */
+    private int cachedRow = -1;
+    private Object[] cachedValues;
+    private Recordset cachedSet;
+
     public DBGrid(String name) {
         super(name, kerova.core.vb.VbConst.vbWindowBackground);
     }
@@ -72,7 +77,10 @@ public class DBGrid extends Control {
     /** Sets DataSource; the grid redraws after every move of the Data control. */
     public void bind(DataControl source) {
         this.dataSource = source;
-        source.addListener(() -> changed("Data"));
+        source.addListener(() -> {
+            cachedRow = -1;
+            changed("Data");
+        });
     }
 
     public DataControl DataSource() {
@@ -121,6 +129,7 @@ public class DBGrid extends Control {
 
     /** Redraws from the Recordset (VB's Refresh). */
     public void Refresh() {
+        cachedRow = -1;
         changed("Data");
     }
 
@@ -160,7 +169,15 @@ public class DBGrid extends Control {
             return null;
         }
         try {
-            Object[] values = rs.peek(row);
+            Object[] values;
+            if (row == cachedRow && rs == cachedSet) {
+                values = cachedValues;
+            } else {
+                values = rs.peek(row);
+                cachedRow = row;
+                cachedSet = rs;
+                cachedValues = values;
+            }
             List<String> names = rs.columnNames();
             for (int i = 0; i < names.size(); i++) {
                 if (names.get(i).equalsIgnoreCase(col.DataField())) {
