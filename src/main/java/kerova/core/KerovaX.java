@@ -102,21 +102,25 @@ public class KerovaX extends RecordForm {
 
     public KerovaX() {
         super(NAME, TITLE);
-        layoutConstraints = "wrap 6, insets 12, fillx";
-        Label1.layout = "span 6, center, gapbottom 4";
-        Label2.layout = "span 6, center";
+        layoutConstraints = "wrap 6, insets 12, fill, hidemode 3";
+        columnConstraints = "[grow,fill,sg col][grow,fill,sg col][grow,fill,sg col][grow,fill,sg col]"
+                + "[grow,fill,sg col][grow,fill,sg col]";
+        Width = 1340;
+        Height = 720;
+        Label1.layout = "span 6, growx 0, align center, gapbottom 4";
+        Label2.layout = "span 6, growx 0, align center";
         Label3.layout = "span 3";
-        Label4.layout = "span 3, right";
+        Label4.layout = "span 3, align right";
         Text1.layout = "span 4, growx";
         DTPicker1.layout = "span 2";
         Label13.layout = "span 2";
         Label14.layout = "span 4, growx";
         Label15.layout = "span 2";
-        Label16.layout = "span 1";
+        Label16.layout = "span 1, align right";
         Label17.layout = "span 3";
         DBGrid1.layout = "span 6, grow, push, h 200:260:";
         for (CommandButton b : new CommandButton[] {Command6, Command5, Command4, Command3, Command2, Command1}) {
-            b.layout = "sg buttons, growx, h 44!";
+            b.layout = "h 44!, w 60::";
         }
         Text1.setText("Kerova " + VERSION + " – " + WEB_ADDRESS);
         Text1.setLocked(true);

@@ -28,7 +28,7 @@ public abstract class Form {
     private FormObserver observer;
 
     /** Layout hints for the view (MigLayout layout and column constraints); ours, not the spec's. */
-    public String layoutConstraints = "wrap 2, insets 10";
+    public String layoutConstraints = "wrap 2, insets 10, hidemode 3";
     public String columnConstraints = "";
     public int Width = 0;
     public int Height = 0;

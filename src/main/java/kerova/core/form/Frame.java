@@ -8,7 +8,7 @@ public class Frame extends Control {
     private String caption;
     final List<Control> children = new ArrayList<>();
     /** Layout hint for the frame's own content (MigLayout layout constraints). */
-    public String contentLayout = "wrap 2";
+    public String contentLayout = "wrap 2, hidemode 3";
 
     public Frame(String name, String caption) {
         super(name);

@@ -8,7 +8,11 @@ public class StandInForm extends Form {
 
     public StandInForm(String formName) {
         super(formName, formName);
-        layoutConstraints = "wrap 1, insets 20";
+        layoutConstraints = "wrap 1, insets 24, align center center";
+        Kilepes.layout = "align center, w 120!";
+        Label1.layout = "align center, gapbottom 12";
+        Width = 460;
+        Height = 180;
         Kilepes.Click = this::Kilepes_Click;
     }
 

@@ -115,6 +115,7 @@ final class Renderer {
             outer = lab;
         } else if (c instanceof CommandButton b) {
             JButton btn = new JButton();
+            btn.setMargin(new java.awt.Insets(2, 4, 2, 4));
             caption(btn, b.Caption());
             btn.addActionListener(e -> b.fireClick());
             focusable(btn, c);
@@ -390,6 +391,19 @@ final class Renderer {
 
     private void focusable(JComponent comp, Control c) {
         comp.addFocusListener(focusListener(c));
+        if (c.Validate != null) {
+            comp.setInputVerifier(new javax.swing.InputVerifier() {
+                @Override
+                public boolean verify(JComponent input) {
+                    return true;
+                }
+
+                @Override
+                public boolean shouldYieldFocus(JComponent source, JComponent target) {
+                    return c.fireValidate();
+                }
+            });
+        }
     }
 
     private void clickable(JComponent comp, Control c) {

@@ -375,12 +375,14 @@ class KerovaGuiTest {
     private void screenshot(String name, Window only) throws Exception {
         BufferedImage img;
         try {
-            Rectangle all = new Rectangle();
+            Rectangle all = null;
             for (Window w : onEdt(Window::getWindows)) {
                 if (onEdt(w::isShowing)) {
-                    all = all.union(onEdt(w::getBounds));
+                    Rectangle b = onEdt(w::getBounds);
+                    all = all == null ? b : all.union(b);
                 }
             }
+            all = all == null ? new Rectangle() : all;
             img = new Robot().createScreenCapture(all.isEmpty() ? new Rectangle(0, 0, 800, 600) : all);
         } catch (java.awt.AWTException | SecurityException e) {
             return;
