@@ -64,18 +64,29 @@ public final class DataControl implements Recordset.MoveListener {
         listeners.add(l);
     }
 
-    /** Closes the current Recordset (after writing bound changes) and opens RecordSource anew. */
+    /**
+     * Writes the bound changes, then opens RecordSource anew and closes the old Recordset. When the
+     * new source fails to open, the error is raised and the previous Recordset stays (Part 1.2's
+     * reminders that name missing columns "act on the previous set").
+     */
     public void Refresh() {
-        if (recordset != null && !recordset.isClosed()) {
-            Recordset old = recordset;
-            recordset = null;
+        Recordset old = recordset;
+        if (old != null && !old.isClosed()) {
             try {
-                old.Close();
+                writeBound();
             } catch (DaoException ignored) {
                 // a failed write-back on refresh is dropped, as the runtime did
             }
         }
         Recordset rs = Database().OpenRecordset(recordSource, Recordset.dbOpenDynaset);
+        if (old != null && !old.isClosed()) {
+            old.removeMoveListener(this);
+            try {
+                old.Close();
+            } catch (DaoException ignored) {
+                // already written above
+            }
+        }
         attach(rs);
     }
 
