@@ -108,7 +108,7 @@ class Part1_2Test extends FormTestBase {
     @Test
     void noParameterRowKeepsTheFormerValues() {
         operator("Teszt Kft.");
-        vehicle(1, "AAA111", "MuszakiVizsgaDatum", TODAY.minusDays(20));
+        vehicle(1, "AAA111", "MuszakiVizsgaDatum", TODAY.minusDays(20), "Figyelmeztetés", true);
         start();
         assertThat(ui.messages).isEmpty();
         assertThat(Globals.WarnInspectionDays).isZero();
@@ -141,8 +141,8 @@ class Part1_2Test extends FormTestBase {
             boolean[] seen = new boolean[1];
             ui.whenShown(target, f -> {
                 seen[0] = true;
-                assertThat(f.Caption()).isEqualTo(target);
                 if (f instanceof StandInForm s) {
+                    assertThat(f.Caption()).isEqualTo(target);
                     assertThat(s.Label1.Caption()).isEqualTo("Ez a modul még nem készült el.");
                 }
                 boolean stays = target.equals("KerovaForm") || target.equals("KerovaSzervizFormX");
@@ -221,27 +221,74 @@ class Part1_2Test extends FormTestBase {
         start();
         assertThat(ui.messages).isEmpty();
         assertThat(main.DTPicker1.Value()).isEqualTo(TODAY.minusDays(10));
+    }
+
+    @Test
+    void limitDayItselfIsCaught() {
+        operator("Teszt Kft.");
+        parameters(10, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+        vehicle(1, "AAA111", "MuszakiVizsgaDatum", TODAY.minusDays(9));
+        vehicle(2, "BBB222", "MuszakiVizsgaDatum", TODAY.plusDays(5));
         vehicle(3, "CCC333", "MuszakiVizsgaDatum", TODAY.minusDays(10));
-        main.Hide();
-        main.Show();
+        start();
         assertThat(ui.messages).containsExactly(INSPECTION);
         assertThat(flags()).containsExactly(false, false, true);
     }
 
     @Test
-    void theThreeStatementsOnParameterColumnsFailSilently() {
+    void onReturnTheRemindersTestTheWarnedListAsTheProgramDoes() {
+        // step 4 tests JarmuData's set as it stands: on a return that is step 8's warned list, so with no
+        // warned vehicle the reminders don't run until the next start (kept as the program does it)
+        operator("Teszt Kft.");
+        parameters(10, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+        vehicle(1, "AAA111", "MuszakiVizsgaDatum", TODAY.plusDays(9));
+        start();
+        assertThat(ui.messages).isEmpty();
+        vehicle(2, "BBB222", "MuszakiVizsgaDatum", TODAY.minusDays(30));
+        main.UtTav.fireClick();
+        assertThat(ui.messages).isEmpty();
+        assertThat(flags()).containsExactly(false, false);
+        // once a vehicle is warned (and the warned list has been read again), the reminders run on each return
+        insert("Kerova.dsb", "Jarmuvek", "recordID", 3, "GkFrsz", "CCC333", "Figyelmeztetés", true);
+        main.UtTav.fireClick();
+        assertThat(ui.messages).isEmpty();
+        assertThat(main.DBGrid1.Visible()).isTrue();
+        main.UtTav.fireClick();
+        assertThat(ui.messages).containsExactly(INSPECTION);
+        assertThat(flags()).containsExactly(false, true, true);
+    }
+
+    @Test
+    void theThreeStatementsOnParameterColumnsFailAndActOnThePreviousSet() {
+        // the statements are kept as written; Jarmuvek has no such columns, the Refresh fails, the error is
+        // ignored and JarmuData keeps the inspection reminder's set: each reminder repeats on those vehicles
         operator("Teszt Kft.");
         parameters(10, 10, 10, 10, 10, 0, 0, 0, 0, 0);
         LocalDateTime old = TODAY.minusYears(3);
         vehicle(1, "AAA111", "MuszakiVizsgaDatum", old, "TachográfHitelesités", old, "TachoOMHEng", old,
                 "ZoldkartyaDatum", old);
+        vehicle(2, "BBB222", "MuszakiVizsgaDatum", TODAY.plusYears(1), "TachográfHitelesités", old);
         start();
-        assertThat(ui.messages).containsExactly(INSPECTION);
-        assertThat(ui.beeps).isEqualTo(1);
-        assertThat(flags()).containsExactly(true);
+        assertThat(ui.messages).containsExactly(INSPECTION,
+                new ScriptedUi.Message(KerovaX.TACHO_CALIBRATION_TEXT, 48, "FIGYELEM!"),
+                new ScriptedUi.Message(KerovaX.TACHO_PERMIT_TEXT, 48, "FIGYELEM!"),
+                new ScriptedUi.Message(KerovaX.INSURANCE_CARD_TEXT, 48, "FIGYELEM!"));
+        assertThat(ui.beeps).isEqualTo(4);
+        assertThat(flags()).containsExactly(true, false);
         assertThat(main.JarmuData.RecordSource())
                 .isEqualTo("select * from Jarmuvek where Figyelmeztetés = True order by GkFrsz");
         assertThat(ui.lastPointer()).isEqualTo(VbConst.vbArrow);
+    }
+
+    @Test
+    void aFailingReminderWithNoSetBeforeItActsOnTheWholeTable() {
+        operator("Teszt Kft.");
+        parameters(0, 0, 10, 0, 0, 0, 0, 0, 0, 0);
+        vehicle(1, "AAA111", "MuszakiVizsgaDatum", TODAY.plusYears(1));
+        start();
+        assertThat(ui.messages).containsExactly(
+                new ScriptedUi.Message(KerovaX.TACHO_CALIBRATION_TEXT, 48, "FIGYELEM!"));
+        assertThat(flags()).containsExactly(true);
     }
 
     @Test

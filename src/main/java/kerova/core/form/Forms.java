@@ -40,6 +40,7 @@ public final class Forms {
     /** Forgets all forms and state (tests, and a new start of the program). */
     public static void reset() {
         byName.clear();
+        factories.clear();
         modalStack.clear();
         active = null;
         mousePointer = 0;

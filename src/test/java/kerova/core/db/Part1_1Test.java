@@ -156,7 +156,7 @@ class Part1_1Test {
         rs.MoveNext();
         Object mark = rs.Bookmark();
         rs.Edit();
-        rs.set("Típus", "Ford Focus Kombi — hosszú típusnév, hogy a sor kiférjen máshová is");
+        rs.set("Típus", "Ford Focus Kombi, hosszú típusnév: ő ű ő ű ő");
         rs.Update();
         rs.MoveFirst();
         rs.setBookmark(mark);
