@@ -25,7 +25,10 @@ public class SwingUi implements Ui {
     public static final String IGNORE = "Kihagyás";
 
     private final Map<Form, FormWindow> windows = new HashMap<>();
-    private Runnable exitHook = () -> System.exit(0);
+    private Runnable exitHook = () -> {
+        kerova.core.db.AccessFile.closeAll();
+        System.exit(0);
+    };
     private int pointer;
 
     /** Replaces what Kilepes does at the end (tests keep the JVM). */
