@@ -70,11 +70,6 @@ public final class VbColor {
         return (bgr & 0xFF000000) == 0x80000000;
     }
 
-    /** A VB colour as an AWT colour, for the Swing view. */
-    public static java.awt.Color toAwt(int bgr) {
-        return new java.awt.Color(toRgb(bgr));
-    }
-
     private static int clamp(int part) {
         return part < 0 ? 0 : Math.min(part, 255);
     }

@@ -83,6 +83,12 @@ class CompatibilityTest {
         if (marker == null) {
             return false;
         }
+        // A table whose foreign keys Access enforces takes only rows that match its parent tables:
+        // the generic sample row can't, so such a table is read but not written here.
+        if (file.table(tableName).getIndexes().stream().anyMatch(ix -> ix.isForeignKey()
+                && !((com.healthmarketscience.jackcess.impl.IndexImpl) ix).getReference().isPrimaryTable())) {
+            return false;
+        }
         Recordset rs = db.OpenRecordset(tableName);
         int before = file.table(tableName).getRowCount();
         rs.AddNew();
@@ -91,7 +97,7 @@ class CompatibilityTest {
             if (c.isAutoNumber() || c.isCalculated()) {
                 continue;
             }
-            Object v = sample(c);
+            Object v = sample(c, i);
             if (v != null) {
                 rs.Fields(i).setValue(v);
             }
@@ -109,12 +115,14 @@ class CompatibilityTest {
         return true;
     }
 
-    private static Object sample(Column c) {
+    /** A value of the column's type, distinct per column so that unique indexes take it. */
+    private static Object sample(Column c, int i) {
         return switch (c.getType()) {
-            case TEXT -> "x";
+            case TEXT -> "k" + i;
             case MEMO -> "hosszú szöveg";
-            case BYTE, INT, LONG -> 7;
-            case DOUBLE, FLOAT -> 7.5;
+            case BYTE -> 250 - i;
+            case INT, LONG -> 9000 + i;
+            case DOUBLE, FLOAT -> 9000.5 + i;
             case MONEY, NUMERIC -> new BigDecimal("12.34");
             case BOOLEAN -> Boolean.TRUE;
             case SHORT_DATE_TIME -> LocalDateTime.of(2026, 11, 22, 8, 30);

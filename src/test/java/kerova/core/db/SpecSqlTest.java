@@ -3,7 +3,6 @@ package kerova.core.db;
 import static org.assertj.core.api.Assertions.assertThat;
 import static org.assertj.core.api.Assertions.assertThatThrownBy;
 
-import java.math.BigDecimal;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.nio.file.Paths;
@@ -119,13 +118,15 @@ class SpecSqlTest {
     }
 
     static String complete(String s) {
-        if (s.endsWith("#")) {
+        boolean openDate = s.chars().filter(ch -> ch == '#').count() % 2 == 1;
+        boolean openText = s.chars().filter(ch -> ch == '\'').count() % 2 == 1;
+        if (openDate) {
             return s + "3/31/2013#";
         }
-        if (s.endsWith("LIKE '") || s.endsWith("like '")) {
+        if (openText && (s.endsWith("LIKE '") || s.endsWith("like '"))) {
             return s + "ab*'";
         }
-        if (s.endsWith("'")) {
+        if (openText) {
             return s + (s.contains("CsoportAzonositó") ? "G1" : s.contains("GkVezetöNeve") ? "Kovács János" : "C1") + "'";
         }
         if (s.endsWith("where ")) {
@@ -277,7 +278,7 @@ class SpecSqlTest {
         Recordset rs = b.OpenRecordset("select * from Cikkszám order by megnevezés");
         List<String> seen = new ArrayList<>();
         while (!rs.EOF()) {
-            seen.add(rs.get("Megnevezés") + " " + rs.get("AFA") + " " + new BigDecimal(rs.get("BRUTTO").toString()).stripTrailingZeros().toPlainString());
+            seen.add(rs.get("Megnevezés") + " " + kerova.core.vb.Conv.CStr(rs.get("AFA")) + " " + kerova.core.vb.Conv.CStr(rs.get("BRUTTO")));
             rs.MoveNext();
         }
         assertThat(seen).containsExactly("Ablaktörlő 27 2540", "abroncs 27 1270", "olajszűrő 27 3810");

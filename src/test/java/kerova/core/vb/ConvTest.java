@@ -369,7 +369,7 @@ class ConvTest {
         assertThat(VbColor.RGB(255, 0, 0)).isEqualTo(VbConst.vbRed);
         assertThat(VbColor.RGB(300, 0, 0)).isEqualTo(VbConst.vbRed);
         assertThat(VbColor.toRgb(VbConst.vbButtonFace)).isEqualTo(0xD4D0C8);
-        assertThat(VbColor.toAwt(VbConst.vbYellow)).isEqualTo(java.awt.Color.YELLOW);
+        assertThat(VbColor.toRgb(VbConst.vbYellow)).isEqualTo(0xFFFF00);
     }
 
     @Test
