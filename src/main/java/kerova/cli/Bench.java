@@ -64,8 +64,8 @@ public final class Bench {
                         round, open, rs.size2(), sumMs, tav, findMs);
             }
             return 0;
-        } catch (DaoException | IOException e) {
-            out.println("hiba: " + e.getMessage());
+        } catch (DaoException e) {
+            out.println("hiba " + e.getNumber() + ": " + e.getMessage());
             return 1;
         } finally {
             AccessFile.closeAll();
@@ -91,7 +91,7 @@ public final class Bench {
                     int n = have + i;
                     double km = 20 + rnd.nextInt(400);
                     double dep = 6 + rnd.nextInt(10) + rnd.nextInt(60) / 100.0;
-                    batch.add(Map.of(
+                    batch.add(new java.util.HashMap<>(Map.of(
                             "FRSZ", "ABC-" + (100 + n % 12),
                             "GkVezetöNeve", drivers[n % drivers.length],
                             "Dátum", start.plusDays(rnd.nextInt(2000)),
@@ -101,7 +101,7 @@ public final class Bench {
                             "IndulásIdeje", dep,
                             "ÉrkezésIdeje", Math.min(23.59, dep + 2),
                             "FogyasztottLiter", km * 0.07,
-                            "Üzemanyagköltség", km * 0.07 * 620));
+                            "Üzemanyagköltség", km * 0.07 * 620)));
                     if (batch.size() == 5000) {
                         t.addRowsFromMaps(batch);
                         batch.clear();

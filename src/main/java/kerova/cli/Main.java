@@ -33,6 +33,9 @@ public final class Main {
             code = 1;
         } catch (RuntimeException e) {
             err.println("hiba: " + e);
+            if (System.getenv("KEROVA_DEBUG") != null) {
+                e.printStackTrace(err);
+            }
             code = 1;
         }
         if (code >= 0) {

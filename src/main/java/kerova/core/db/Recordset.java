@@ -127,7 +127,7 @@ public final class Recordset {
 
     private void run() {
         if (snapshot) {
-            rows = new ArrayList<>(select.snapshot(scan(null)));
+            rows = new ArrayList<>(select.snapshot(scan(select.readColumns())));
             keys = null;
         } else {
             keys = runKeys();
