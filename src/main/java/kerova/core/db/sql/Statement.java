@@ -1,6 +1,7 @@
 package kerova.core.db.sql;
 
-// STUB written by the lead so the tree compiles; the SQL engineer replaces it freely.
+/** A parsed statement of the program's SQL: a SELECT or an UPDATE on one table. */
 public sealed interface Statement permits SelectStatement, UpdateStatement {
+    /** The table's name as written (without brackets). */
     String tableName();
 }

@@ -157,7 +157,7 @@ class SpecStatementsTest {
         f.add(new String[] {"Jarmuvek", "[GkTipus] like \"Ford*\""});
         f.add(new String[] {"Vezetok", "[PartnerID] = 4"});
         f.add(new String[] {"beraktar", "[BerNev] like \"Fű*\""});
-        f.add(new String[] {"beraktar", "[Ország] like \"H*\""});
+        f.add(new String[] {"Orszagjel", "[Ország] like \"H*\""});
         f.add(new String[] {"beraktar", "[recordID] = 7"});
         f.add(new String[] {"SZAMLA", "[SZAMLASOR] = 1024"});
         f.add(new String[] {"Címzett", "[CimNev] like \"Fű*\""});
