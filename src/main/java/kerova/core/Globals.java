@@ -66,6 +66,18 @@ public final class Globals {
     public static Object PickedSpecialTrip;
     public static Object PickedCustomerID;
 
+    // ---- Part 2.1: the vehicle picked in GKTorzsFormX ----
+    /** The plate (`Text1`). */
+    public static String PickedVehiclePlate = "";
+    /** The vehicle's key (`Label24`). */
+    public static Object PickedVehicleID;
+    /** The owner's name (`Text13`). */
+    public static String PickedPartnerName = "";
+    /** The owner's key (`Label23`). */
+    public static Object PickedPartnerID;
+    /** The subcontractor mark (`Check2`'s value, 0 or 1). */
+    public static Object PickedSubcontractor;
+
     /** Back to the state at process start (tests). */
     public static void reset() {
         CurrentFormName = "";
@@ -113,5 +125,10 @@ public final class Globals {
         PickedDriverPay = null;
         PickedSpecialTrip = null;
         PickedCustomerID = null;
+        PickedVehiclePlate = "";
+        PickedVehicleID = null;
+        PickedPartnerName = "";
+        PickedPartnerID = null;
+        PickedSubcontractor = null;
     }
 }

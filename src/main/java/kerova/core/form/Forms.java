@@ -25,6 +25,12 @@ public final class Forms {
     /** Forms opened modally, innermost last. */
     private static final Deque<Form> modalStack = new ArrayDeque<>();
     private static Form active;
+    /** Depth of handlers running under {@link #run}. */
+    private static int handlerDepth;
+    /** The handler depth at which the innermost modal form's events run (0 outside any modal form). */
+    private static int modalBaseDepth;
+    /** A caller whose Form_Activate waits until the handler that opened its modal child has ended. */
+    private static Form pendingActivation;
 
     private Forms() {
     }
@@ -44,6 +50,9 @@ public final class Forms {
         modalStack.clear();
         active = null;
         mousePointer = 0;
+        handlerDepth = 0;
+        modalBaseDepth = 0;
+        pendingActivation = null;
     }
 
     // ---- the screen ----
@@ -179,9 +188,12 @@ public final class Forms {
         }
         Form caller = active;
         modalStack.addLast(f);
+        int outerBase = modalBaseDepth;
+        modalBaseDepth = handlerDepth;
         try {
             ui.showForm(f, true, onShown);
         } finally {
+            modalBaseDepth = outerBase;
             modalStack.remove(f);
         }
         if (f.loaded) {
@@ -191,7 +203,13 @@ public final class Forms {
         if (active == f || active == null || !active.loaded) {
             active = caller;
             if (caller != null && caller.loaded && caller.visible) {
-                activate(caller);
+                if (handlerDepth > modalBaseDepth) {
+                    // As in VB, the caller's Activate comes once the handler that opened the modal
+                    // form has run to its end, so that it reads a picker's hand-over first (Part 1.3).
+                    pendingActivation = caller;
+                } else {
+                    activate(caller);
+                }
             }
         }
     }
@@ -222,6 +240,7 @@ public final class Forms {
         if (handler == null) {
             return;
         }
+        handlerDepth++;
         try {
             handler.run();
         } catch (ExitRequest e) {
@@ -230,6 +249,15 @@ public final class Forms {
             unexpected(e.getNumber(), e.getMessage());
         } catch (RuntimeException | StackOverflowError e) {
             unexpected(5, String.valueOf(e.getMessage() == null ? e.getClass().getSimpleName() : e.getMessage()));
+        } finally {
+            handlerDepth--;
+        }
+        if (handlerDepth == modalBaseDepth && pendingActivation != null) {
+            Form p = pendingActivation;
+            pendingActivation = null;
+            if (p.loaded && p.visible && active == p) {
+                run(() -> p.Form_Activate());
+            }
         }
     }
 
