@@ -83,7 +83,7 @@ public final class CompanyFolder {
         return java.text.Normalizer.normalize(s, java.text.Normalizer.Form.NFD).replaceAll("[^A-Za-z0-9]", "");
     }
 
-    private static ColumnBuilder columnBuilder(Catalog.Column c) {
+    static ColumnBuilder columnBuilder(Catalog.Column c) {
         ColumnBuilder b = new ColumnBuilder(c.name());
         switch (c.type()) {
             case TEXT -> b.setType(DataType.TEXT).setLengthInUnits(Math.max(1, Math.min(255, c.length())));

@@ -441,7 +441,7 @@ class CatalogTest {
                     TableBuilder tb = new TableBuilder(t.name());
                     int n = 0;
                     for (Column c : t.columns()) {
-                        tb.addColumn(builder(c));
+                        tb.addColumn(CompanyFolder.columnBuilder(c));
                         if (c.unique()) {
                             tb.addIndex(new IndexBuilder("ix" + n++).addColumns(c.name()).setUnique());
                         }
@@ -458,24 +458,5 @@ class CatalogTest {
                 }
             }
         }
-    }
-
-    private static ColumnBuilder builder(Column c) {
-        ColumnBuilder b = new ColumnBuilder(c.name());
-        switch (c.type()) {
-            case TEXT -> b.setType(DataType.TEXT).setLengthInUnits(c.length());
-            case MEMO -> b.setType(DataType.MEMO);
-            case LONG -> b.setType(DataType.LONG);
-            case INTEGER -> b.setType(DataType.INT);
-            case BYTE -> b.setType(DataType.BYTE);
-            case DOUBLE -> b.setType(DataType.DOUBLE);
-            case SINGLE -> b.setType(DataType.FLOAT);
-            case CURRENCY -> b.setType(DataType.MONEY);
-            case BOOLEAN -> b.setType(DataType.BOOLEAN);
-            case DATETIME -> b.setType(DataType.SHORT_DATE_TIME);
-            case AUTONUMBER -> b.setType(DataType.LONG).setAutoNumber(true);
-            default -> throw new IllegalStateException(c.type().toString());
-        }
-        return b;
     }
 }
