@@ -193,6 +193,10 @@ public class SwingUi implements Ui {
 
     @Override
     public void showForm(Form form, boolean modal, Runnable onShown) {
+        if (form instanceof kerova.core.print.PageForm p) { // Part 1.4: a page form is a paper preview
+            PagePreview.show(p, modal, onShown);
+            return;
+        }
         FormWindow w = windows.get(form);
         if (w == null || w.isModal() != modal) {
             if (w != null) {
@@ -206,6 +210,9 @@ public class SwingUi implements Ui {
 
     @Override
     public void hideForm(Form form) {
+        if (PagePreview.hide(form)) {
+            return;
+        }
         FormWindow w = windows.get(form);
         if (w != null) {
             w.hide();
@@ -214,6 +221,9 @@ public class SwingUi implements Ui {
 
     @Override
     public void closeForm(Form form) {
+        if (PagePreview.close(form)) {
+            return;
+        }
         FormWindow w = windows.remove(form);
         if (w != null) {
             w.dispose();
@@ -235,6 +245,15 @@ public class SwingUi implements Ui {
         } catch (RuntimeException e) {
             return false;
         }
+    }
+
+    /** PrintForm: a page form's page through the PrinterJob (Part 1.4); false when no printer is ready. */
+    @Override
+    public boolean printForm(Form form) {
+        if (form instanceof kerova.core.print.PageForm p) {
+            return PagePreview.print(p);
+        }
+        return printerReady();
     }
 
     @Override
