@@ -73,17 +73,18 @@ public final class VbFormat {
         if (named != null) {
             return named;
         }
-        List<String> sections = sections(mask);
+        Mask m = mask(mask);
+        List<String> sections = m.sections();
         if (v == null) {
             if (sections.size() >= 4) {
-                return formatNumber(BigDecimal.ZERO, sections.get(3), false);
+                return m.number(3).format(BigDecimal.ZERO, false);
             }
             return "";
         }
-        boolean digits = hasDigitPlaceholder(mask);
-        boolean dateTokens = hasDateToken(mask);
+        boolean digits = m.digits();
+        boolean dateTokens = m.dateTokens();
         if (v instanceof String s) {
-            if (hasTextPlaceholder(mask) && !digits) {
+            if (m.text() && !digits) {
                 return formatText(s, sections);
             }
             if (dateTokens && !digits) {
@@ -108,12 +109,40 @@ public final class VbFormat {
         BigDecimal n = exact(v);
         int sign = n.signum();
         if (sign < 0 && sections.size() >= 2 && !sections.get(1).isEmpty()) {
-            return formatNumber(n.abs(), sections.get(1), false);
+            return m.number(1).format(n.abs(), false);
         }
         if (sign == 0 && sections.size() >= 3 && !sections.get(2).isEmpty()) {
-            return formatNumber(BigDecimal.ZERO, sections.get(2), false);
+            return m.number(2).format(BigDecimal.ZERO, false);
         }
-        return formatNumber(n.abs(), sections.get(0), sign < 0);
+        return m.number(0).format(n.abs(), sign < 0);
+    }
+
+    /** A mask analysed once: its sections, what kind of placeholders it holds, its numeric sections. */
+    private record Mask(List<String> sections, boolean digits, boolean dateTokens, boolean text,
+                        NumberSection[] numbers) {
+        NumberSection number(int section) {
+            return numbers[section];
+        }
+    }
+
+    private static final java.util.Map<String, Mask> MASKS = new java.util.concurrent.ConcurrentHashMap<>();
+
+    private static Mask mask(String mask) {
+        Mask m = MASKS.get(mask);
+        if (m == null) {
+            List<String> sections = sections(mask);
+            NumberSection[] numbers = new NumberSection[sections.size()];
+            for (int i = 0; i < numbers.length; i++) {
+                numbers[i] = new NumberSection(sections.get(i));
+            }
+            m = new Mask(List.copyOf(sections), hasDigitPlaceholder(mask), hasDateToken(mask),
+                    hasTextPlaceholder(mask), numbers);
+            if (MASKS.size() > 500) {
+                MASKS.clear(); // masks built from data: keep the cache small
+            }
+            MASKS.put(mask, m);
+        }
+        return m;
     }
 
     // ------------------------------------------------------------------------------------------------
@@ -126,6 +155,9 @@ public final class VbFormat {
         return v;
     }
 
+    private static final MathContext DOUBLE_DIGITS = new MathContext(15, RoundingMode.HALF_EVEN);
+    private static final MathContext SINGLE_DIGITS = new MathContext(7, RoundingMode.HALF_EVEN);
+
     /** The exact decimal value of a number: a Double to 15 significant digits, a Single to 7. */
     private static BigDecimal exact(Object v) {
         if (v instanceof BigDecimal bd) {
@@ -133,11 +165,11 @@ public final class VbFormat {
         }
         if (v instanceof Double d) {
             checkFinite(d);
-            return d == 0 ? BigDecimal.ZERO : new BigDecimal(d).round(new MathContext(15, RoundingMode.HALF_EVEN));
+            return d == 0 ? BigDecimal.ZERO : BigDecimal.valueOf(d).round(DOUBLE_DIGITS);
         }
         if (v instanceof Float f) {
             checkFinite(f);
-            return f == 0 ? BigDecimal.ZERO : new BigDecimal(f).round(new MathContext(7, RoundingMode.HALF_EVEN));
+            return f == 0 ? BigDecimal.ZERO : new BigDecimal(f).round(SINGLE_DIGITS);
         }
         if (v instanceof Byte b) {
             return BigDecimal.valueOf(Byte.toUnsignedInt(b));
@@ -360,167 +392,191 @@ public final class VbFormat {
         return toks;
     }
 
-    /** Formats a non-negative value with one section; {@code minus} puts "-" in front. */
-    private static String formatNumber(BigDecimal value, String section, boolean minus) {
-        List<Tok> toks = numberTokens(section);
-        int expAt = -1;
-        for (int i = 0; i < toks.size(); i++) {
-            if (toks.get(i).type() == T.EXP) {
-                expAt = i;
-                break;
-            }
-        }
-        List<Tok> mantissa = expAt < 0 ? toks : toks.subList(0, expAt);
-        List<Tok> expo = expAt < 0 ? List.of() : toks.subList(expAt + 1, toks.size());
-        int pointAt = -1;
-        for (int i = 0; i < mantissa.size(); i++) {
-            if (mantissa.get(i).type() == T.POINT) {
-                pointAt = i;
-                break;
-            }
-        }
-        List<Tok> intPart = pointAt < 0 ? mantissa : mantissa.subList(0, pointAt);
-        List<Tok> fracPart = pointAt < 0 ? List.of() : mantissa.subList(pointAt + 1, mantissa.size());
+    /** One section of a numeric mask, analysed once. */
+    private static final class NumberSection {
+        private final List<Tok> toks;
+        private final int expAt;
+        private final List<Tok> expo;
+        private final int pointAt;
+        private final List<Tok> intPart;
+        private final List<Tok> fracPart;
+        private final int intPlaces;
+        private final boolean grouping;
+        private final int fracPlaces;
+        private final int shift;
+        private final int minLen;
 
-        int intPlaces = 0;
-        int lastIntDigit = -1;
-        int firstIntDigit = -1;
-        for (int i = 0; i < intPart.size(); i++) {
-            if (intPart.get(i).digit()) {
-                intPlaces++;
-                lastIntDigit = i;
-                if (firstIntDigit < 0) {
-                    firstIntDigit = i;
+        NumberSection(String section) {
+            toks = numberTokens(section);
+            int expAt = -1;
+            for (int i = 0; i < toks.size(); i++) {
+                if (toks.get(i).type() == T.EXP) {
+                    expAt = i;
+                    break;
                 }
             }
-        }
-        boolean grouping = false;
-        int scaling = 0;
-        for (int i = 0; i < intPart.size(); i++) {
-            if (intPart.get(i).type() == T.COMMA && firstIntDigit >= 0 && i > firstIntDigit) {
-                if (i < lastIntDigit) {
-                    grouping = true;
-                } else {
-                    scaling++;
+            this.expAt = expAt;
+            List<Tok> mantissa = expAt < 0 ? toks : toks.subList(0, expAt);
+            expo = expAt < 0 ? List.of() : toks.subList(expAt + 1, toks.size());
+            int pointAt = -1;
+            for (int i = 0; i < mantissa.size(); i++) {
+                if (mantissa.get(i).type() == T.POINT) {
+                    pointAt = i;
+                    break;
                 }
             }
-        }
-        int fracPlaces = 0;
-        for (Tok t : fracPart) {
-            if (t.digit()) {
-                fracPlaces++;
-            }
-        }
-        int percents = 0;
-        for (Tok t : toks) {
-            if (t.type() == T.PERCENT) {
-                percents++;
-            }
-        }
-        BigDecimal a = value.scaleByPowerOfTen(2 * percents - 3 * scaling);
+            this.pointAt = pointAt;
+            intPart = pointAt < 0 ? mantissa : mantissa.subList(0, pointAt);
+            fracPart = pointAt < 0 ? List.of() : mantissa.subList(pointAt + 1, mantissa.size());
 
-        String expText = null;
-        if (expAt >= 0) {
-            int exponent = 0;
-            BigDecimal m = a;
-            if (a.signum() != 0) {
-                int e = a.precision() - a.scale() - 1;
-                int shift = e - (intPlaces - 1);
-                m = a.movePointLeft(shift).setScale(fracPlaces, RoundingMode.HALF_UP);
-                BigDecimal limit = BigDecimal.TEN.pow(Math.max(intPlaces, 0));
-                if (m.compareTo(limit) >= 0) {
-                    shift++;
-                    m = a.movePointLeft(shift).setScale(fracPlaces, RoundingMode.HALF_UP);
+            int intPlaces = 0;
+            int lastIntDigit = -1;
+            int firstIntDigit = -1;
+            for (int i = 0; i < intPart.size(); i++) {
+                if (intPart.get(i).digit()) {
+                    intPlaces++;
+                    lastIntDigit = i;
+                    if (firstIntDigit < 0) {
+                        firstIntDigit = i;
+                    }
                 }
-                exponent = shift;
             }
-            a = m;
-            expText = exponentText(exponent, toks.get(expAt).text(), expo);
-        }
-        BigDecimal rounded = a.setScale(fracPlaces, RoundingMode.HALF_UP);
-        String intDigits = rounded.abs().toBigInteger().toString();
-        if (intDigits.equals("0")) {
-            intDigits = "";
-        }
-        String fracDigits = fracPlaces == 0 ? ""
-                : rounded.abs().remainder(BigDecimal.ONE).movePointRight(fracPlaces).toBigInteger().toString();
-        while (fracDigits.length() < fracPlaces) {
-            fracDigits = "0" + fracDigits;
-        }
-
-        StringBuilder out = new StringBuilder();
-        if (minus) {
-            out.append('-');
-        }
-        // integer part: placeholders filled from the right, the surplus digits at the first one
-        int zeroFrom = -1;
-        int q = 0;
-        for (Tok t : intPart) {
-            if (t.digit()) {
-                if (t.type() == T.ZERO && zeroFrom < 0) {
-                    zeroFrom = q;
+            this.intPlaces = intPlaces;
+            boolean grouping = false;
+            int scaling = 0;
+            for (int i = 0; i < intPart.size(); i++) {
+                if (intPart.get(i).type() == T.COMMA && firstIntDigit >= 0 && i > firstIntDigit) {
+                    if (i < lastIntDigit) {
+                        grouping = true;
+                    } else {
+                        scaling++;
+                    }
                 }
-                q++;
             }
-        }
-        int minLen = zeroFrom < 0 ? 0 : intPlaces - zeroFrom;
-        StringBuilder digits = new StringBuilder(intDigits);
-        while (digits.length() < minLen) {
-            digits.insert(0, '0');
-        }
-        int len = digits.length();
-        int next = 0; // next digit of 'digits' to print
-        q = 0;
-        for (int i = 0; i < intPart.size(); i++) {
-            Tok t = intPart.get(i);
-            if (t.digit()) {
-                int fromRight = intPlaces - 1 - q;
-                int upTo = len - fromRight; // print digits [next, upTo)
-                while (next < upTo) {
-                    appendDigit(out, digits, next++, grouping);
-                }
-                q++;
-            } else if (t.type() == T.LIT) {
-                out.append(t.text());
-            } else if (t.type() == T.PERCENT) {
-                out.append('%');
-            }
-        }
-        if (intPlaces == 0) {
-            while (next < len) {
-                appendDigit(out, digits, next++, grouping);
-            }
-        }
-        if (pointAt >= 0) {
-            out.append(DECIMAL);
-            int lastNeeded = -1;
-            int t2 = 0;
+            this.grouping = grouping;
+            int fracPlaces = 0;
             for (Tok t : fracPart) {
                 if (t.digit()) {
-                    if (t.type() == T.ZERO || fracDigits.charAt(t2) != '0') {
-                        lastNeeded = t2;
-                    }
-                    t2++;
+                    fracPlaces++;
                 }
             }
-            t2 = 0;
-            for (Tok t : fracPart) {
+            this.fracPlaces = fracPlaces;
+            int percents = 0;
+            for (Tok t : toks) {
+                if (t.type() == T.PERCENT) {
+                    percents++;
+                }
+            }
+            shift = 2 * percents - 3 * scaling;
+            int zeroFrom = -1;
+            int q = 0;
+            for (Tok t : intPart) {
                 if (t.digit()) {
-                    if (t2 <= lastNeeded) {
-                        out.append(fracDigits.charAt(t2));
+                    if (t.type() == T.ZERO && zeroFrom < 0) {
+                        zeroFrom = q;
                     }
-                    t2++;
+                    q++;
+                }
+            }
+            minLen = zeroFrom < 0 ? 0 : intPlaces - zeroFrom;
+        }
+
+        /** Formats a non-negative value; {@code minus} puts "-" in front. */
+        String format(BigDecimal value, boolean minus) {
+            BigDecimal a = value.scaleByPowerOfTen(shift);
+
+            String expText = null;
+            if (expAt >= 0) {
+                int exponent = 0;
+                BigDecimal m = a;
+                if (a.signum() != 0) {
+                    int e = a.precision() - a.scale() - 1;
+                    int move = e - (intPlaces - 1);
+                    m = a.movePointLeft(move).setScale(fracPlaces, RoundingMode.HALF_UP);
+                    BigDecimal limit = BigDecimal.TEN.pow(Math.max(intPlaces, 0));
+                    if (m.compareTo(limit) >= 0) {
+                        move++;
+                        m = a.movePointLeft(move).setScale(fracPlaces, RoundingMode.HALF_UP);
+                    }
+                    exponent = move;
+                }
+                a = m;
+                expText = exponentText(exponent, toks.get(expAt).text(), expo);
+            }
+            BigDecimal rounded = a.setScale(fracPlaces, RoundingMode.HALF_UP);
+            String intDigits = rounded.abs().toBigInteger().toString();
+            if (intDigits.equals("0")) {
+                intDigits = "";
+            }
+            String fracDigits = fracPlaces == 0 ? ""
+                    : rounded.abs().remainder(BigDecimal.ONE).movePointRight(fracPlaces).toBigInteger().toString();
+            while (fracDigits.length() < fracPlaces) {
+                fracDigits = "0" + fracDigits;
+            }
+
+            StringBuilder out = new StringBuilder();
+            if (minus) {
+                out.append('-');
+            }
+            // integer part: placeholders filled from the right, the surplus digits at the first one
+            StringBuilder digits = new StringBuilder(intDigits);
+            while (digits.length() < minLen) {
+                digits.insert(0, '0');
+            }
+            int len = digits.length();
+            int next = 0; // next digit of 'digits' to print
+            int q = 0;
+            for (int i = 0; i < intPart.size(); i++) {
+                Tok t = intPart.get(i);
+                if (t.digit()) {
+                    int fromRight = intPlaces - 1 - q;
+                    int upTo = len - fromRight; // print digits [next, upTo)
+                    while (next < upTo) {
+                        appendDigit(out, digits, next++, grouping);
+                    }
+                    q++;
                 } else if (t.type() == T.LIT) {
                     out.append(t.text());
                 } else if (t.type() == T.PERCENT) {
                     out.append('%');
                 }
             }
+            if (intPlaces == 0) {
+                while (next < len) {
+                    appendDigit(out, digits, next++, grouping);
+                }
+            }
+            if (pointAt >= 0) {
+                out.append(DECIMAL);
+                int lastNeeded = -1;
+                int t2 = 0;
+                for (Tok t : fracPart) {
+                    if (t.digit()) {
+                        if (t.type() == T.ZERO || fracDigits.charAt(t2) != '0') {
+                            lastNeeded = t2;
+                        }
+                        t2++;
+                    }
+                }
+                t2 = 0;
+                for (Tok t : fracPart) {
+                    if (t.digit()) {
+                        if (t2 <= lastNeeded) {
+                            out.append(fracDigits.charAt(t2));
+                        }
+                        t2++;
+                    } else if (t.type() == T.LIT) {
+                        out.append(t.text());
+                    } else if (t.type() == T.PERCENT) {
+                        out.append('%');
+                    }
+                }
+            }
+            if (expText != null) {
+                out.append(expText);
+            }
+            return out.toString();
         }
-        if (expText != null) {
-            out.append(expText);
-        }
-        return out.toString();
     }
 
     private static void appendDigit(StringBuilder out, CharSequence digits, int j, boolean grouping) {
@@ -569,8 +625,11 @@ public final class VbFormat {
         if (value.getNano() >= 500_000_000) {
             d = d.plusSeconds(1);
         }
-        String lower = section.toLowerCase(Locale.ROOT);
-        boolean twelve = lower.contains("am/pm") || lower.contains("a/p") || lower.contains("ampm");
+        boolean twelve = false;
+        if (section.indexOf('a') >= 0 || section.indexOf('A') >= 0) {
+            String lower = section.toLowerCase(Locale.ROOT);
+            twelve = lower.contains("am/pm") || lower.contains("a/p") || lower.contains("ampm");
+        }
         StringBuilder out = new StringBuilder();
         boolean afterHour = false;
         int n = section.length();

@@ -1,6 +1,5 @@
 package kerova.core.db.sql;
 
-import java.text.CollationKey;
 import java.util.Comparator;
 import java.util.HashMap;
 import java.util.IdentityHashMap;
@@ -16,7 +15,7 @@ final class RowOrdering implements Comparator<Object[]> {
     private final Eval[] evals;
     private final boolean[] descending;
     private final Map<Object[], Object[]> keys = new IdentityHashMap<>();
-    private final Map<String, CollationKey> texts = new HashMap<>();
+    private final Map<String, Values.TextKey> texts = new HashMap<>();
 
     RowOrdering(Eval[] evals, boolean[] descending) {
         this.evals = evals;

@@ -394,6 +394,70 @@ class SqlEvalTest {
     }
 
     @Test
+    void sortGivesTheOrderOfTheComparator() {
+        BoundSelect b = select(SpecStatementsTest.ARRIVAL);
+        List<Object[]> byComparator = trips();
+        byComparator.sort(b.ordering());
+        List<Object[]> bySort = new ArrayList<>(byComparator);
+        java.util.Collections.reverse(bySort);
+        b.sort(bySort);
+        for (int i = 0; i < bySort.size(); i++) {
+            assertThat(bySort.get(i)).containsExactly(byComparator.get(i));
+        }
+        List<Object[]> unordered = trips();
+        select("select * from Utak").sort(unordered); // no ORDER BY: nothing moves
+        assertThat(unordered.get(5)[col("GkVezetöNeve")]).isEqualTo("Czakó Béla");
+    }
+
+    /** The cheap sort key of digit-and-punctuation texts orders exactly as the hu-HU collator. */
+    @Test
+    void fastTextKeysOrderAsTheCollator() {
+        List<String> texts = new ArrayList<>();
+        texts.add("");
+        for (char a : Values.FAST_CHARS.toCharArray()) {
+            texts.add(String.valueOf(a));
+            for (char b : Values.FAST_CHARS.toCharArray()) {
+                texts.add("" + a + b);
+            }
+        }
+        java.util.Random r = new java.util.Random(7);
+        for (int i = 0; i < 300; i++) {
+            texts.add(String.format("%04d.%02d.%02d %02d:%02d:00", 2000 + r.nextInt(30), 1 + r.nextInt(12),
+                    1 + r.nextInt(28), r.nextInt(24), r.nextInt(60)));
+        }
+        for (int i = 0; i < 600; i++) {
+            StringBuilder sb = new StringBuilder();
+            for (int k = r.nextInt(6); k > 0; k--) {
+                sb.append(Values.FAST_CHARS.charAt(r.nextInt(Values.FAST_CHARS.length())));
+            }
+            texts.add(sb.toString());
+        }
+        texts.addAll(List.of("Kovács", "kovács", "2013.03.05 a", "12a", "Ő", "-1", "(1)", "1-2", "12", "1 2"));
+        java.text.Collator coll = Values.collator();
+        for (String x : texts) {
+            Values.TextKey kx = new Values.TextKey(x);
+            for (String y : texts) {
+                int expected = Integer.signum(coll.compare(x, y));
+                assertThat(Integer.signum(kx.compareTo(new Values.TextKey(y)))).as("%s vs %s", x, y)
+                        .isEqualTo(expected);
+            }
+        }
+    }
+
+    @Test
+    void textEqualityAgreesWithTheCollator() {
+        List<String> texts = List.of("abc", "ABC", "ábc", "Ábc", "ab", "abc ", "æ", "ae", "AE", "Ő", "ő", "Ö", "o",
+                "ABC-123", "abc-123", "abc123", "a\u0001b", "ab", "Czakó", "Csaba", "ß", "ss");
+        java.text.Collator coll = Values.collator();
+        for (String x : texts) {
+            for (String y : texts) {
+                assertThat(Values.textEquals(x, y)).as("%s = %s", x, y)
+                        .isEqualTo(x.equalsIgnoreCase(y) || coll.compare(x, y) == 0);
+            }
+        }
+    }
+
+    @Test
     void aSnapshotIsOrderedByColumnsOutsideItsList() {
         BoundSelect b = select("select str(dátum) as Nap, honnan, hova, megnevezés from Utak where CsoportAzonositó"
                 + " = 'G1' order by Dátum, IndulásIdeje desc");
