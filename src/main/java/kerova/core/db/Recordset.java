@@ -150,9 +150,8 @@ public final class Recordset {
                 scanned.add(r);
             }
         }
-        Comparator<Object[]> order = select == null ? null : select.ordering();
-        if (order != null) {
-            scanned.sort(order); // stable: rows of equal keys stay in table order, as Jet shows them
+        if (select != null && select.ordering() != null) {
+            select.sort(scanned); // stable, sort keys computed once a row
         }
         for (Object[] r : scanned) {
             ids.add((RowId) r[tableColumns.size()]);
