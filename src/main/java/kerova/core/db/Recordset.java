@@ -182,7 +182,7 @@ public final class Recordset {
         for (int c : columns) {
             names.add(tableColumns.get(c));
         }
-        Collection<String> wanted = names.isEmpty() ? List.of(tableColumns.get(0)) : names;
+        Collection<String> wanted = new HashSet<>(names.isEmpty() ? List.of(tableColumns.get(0)) : names);
         List<Object[]> out = new ArrayList<>();
         try {
             Cursor c = CursorBuilder.createCursor(table());
