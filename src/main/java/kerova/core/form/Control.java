@@ -19,6 +19,7 @@ public abstract class Control {
     private String toolTipText = "";
     private int backColor;
     private Object tag;
+    private int height;
     /** Layout hint for the view (MigLayout component constraints); ours, not the spec's. */
     public String layout = "";
 
@@ -91,6 +92,18 @@ public abstract class Control {
         if (backColor != bgr) {
             backColor = bgr;
             changed("BackColor");
+        }
+    }
+
+    /** The height in pixels; 0 leaves it to the layout (VB's Height is in twips, 15 to a pixel). */
+    public int Height() {
+        return height;
+    }
+
+    public void setHeight(int h) {
+        if (height != h) {
+            height = h;
+            changed("Height");
         }
     }
 

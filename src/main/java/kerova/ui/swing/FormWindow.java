@@ -69,6 +69,8 @@ public final class FormWindow implements FormObserver {
         window.addComponentListener(new java.awt.event.ComponentAdapter() {
             @Override
             public void componentResized(java.awt.event.ComponentEvent e) {
+                form.Width = window.getWidth();
+                form.Height = window.getHeight();
                 form.resized();
             }
         });

@@ -426,6 +426,9 @@ final class Renderer {
         comp.setEnabled(c.Enabled());
         comp.setToolTipText(c.ToolTipText().isEmpty() ? null : c.ToolTipText());
         applyColor(c, comp);
+        if (c.Height() > 0 && outer.getPreferredSize().height != c.Height()) {
+            outer.setPreferredSize(new java.awt.Dimension(outer.getPreferredSize().width, c.Height()));
+        }
     }
 
     private static void applyColor(Control c, JComponent comp) {
@@ -529,7 +532,7 @@ final class Renderer {
                 ((javax.swing.border.TitledBorder) comp.getBorder()).setTitle(f.Caption());
             }
             Container parent = outers.get(c).getParent();
-            if (parent != null && "Visible".equals(property)) {
+            if (parent != null && ("Visible".equals(property) || "Height".equals(property))) {
                 parent.revalidate();
                 parent.repaint();
             }
