@@ -110,6 +110,14 @@ class PdfExportTest {
         assertThat(PdfExport.locate("no-such-font-file.ttf")).isNull();
     }
 
+    @Test
+    void theBundledFallbackFontLoadsWithHungarianLetters() throws Exception {
+        com.lowagie.text.pdf.BaseFont f = com.lowagie.text.pdf.BaseFont.createFont(PdfExport.BUNDLED_FALLBACK,
+                com.lowagie.text.pdf.BaseFont.IDENTITY_H, com.lowagie.text.pdf.BaseFont.EMBEDDED);
+        assertThat(f.charExists('ő')).isTrue();
+        assertThat(f.charExists('Ű')).isTrue();
+    }
+
     static int darkPixels(BufferedImage img, int x0, int y0, int x1, int y1) {
         int n = 0;
         for (int y = y0; y < Math.min(y1, img.getHeight()); y++) {
