@@ -30,7 +30,9 @@ public class SheetPageForm extends PageForm {
         double left = MARGIN;
         double width = paperWidth() - 2 * MARGIN;
         Cim = label("Cim", title == null ? "" : title, left, TITLE_Y, width, PageFont.TITLE, Align.CENTER);
-        rule(left, TITLE_Y + 30, left + width, TITLE_Y + 30, 0.8, 0);
+        if (title != null && !title.isEmpty()) {
+            rule(left, TITLE_Y + 30, left + width, TITLE_Y + 30, 0.8, 0);
+        }
         double lineHeight = Math.min(LINE_HEIGHT, (paperHeight() - MARGIN - FIRST_LINE_Y) / (lineCount + 2));
         PageFont font = PageFont.of(Math.min(12, lineHeight * 0.45));
         for (int i = 1; i <= lineCount; i++) {

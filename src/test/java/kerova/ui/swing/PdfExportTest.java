@@ -104,6 +104,27 @@ class PdfExportTest {
     }
 
     @Test
+    void aSheetPageOfSixteenLinesFitsThePaper() throws Exception {
+        Assumptions.assumeTrue(has("pdftotext") && has("pdftoppm"), "poppler-utils (installed by .ci/run)");
+        VbClock.setFixed(java.time.LocalDateTime.of(2026, 11, 23, 10, 0));
+        kerova.core.print.SheetPageForm f = new kerova.core.print.SheetPageForm("GKTorzsNyomFormX", "Adatlap", "", 16);
+        f.startPage(1);
+        for (int i = 1; i <= 16; i++) {
+            f.setLine(i, i == 13 ? "Zöld kártya lajárat (környezetvédelmi) dátuma: " : "Sor " + i + " szövege: ",
+                    i == 1 ? "KŐB-112" : "2026.11.23.");
+        }
+        Path pdf = dir.resolve("lap.pdf");
+        PdfExport.write(List.of(f.page()), pdf);
+        String text = run(dir, "pdftotext", "-layout", "-enc", "UTF-8", pdf.toString(), "-");
+        assertThat(text).contains("Sor 1 szövege: KŐB-112", "Zöld kártya lajárat (környezetvédelmi) dátuma: 2026.11.23.",
+                "Sor 16 szövege: ", "Kiadva: 2026.11.23.");
+        Path shots = Paths.get(System.getProperty("kerova.screenshots", "target/screenshots"));
+        Files.createDirectories(shots);
+        run(dir, "pdftoppm", "-png", "-r", "60", "-singlefile", pdf.toString(),
+                shots.toAbsolutePath().resolve("pdf-sheet").toString());
+    }
+
+    @Test
     void fontFilesAreFoundByName() {
         Assumptions.assumeTrue(Files.isRegularFile(Paths.get(PdfExport.DEJAVU_DIR, "DejaVuSans.ttf")));
         assertThat(PdfExport.locate("DejaVuSans-Bold.ttf")).isNotNull();
