@@ -249,12 +249,12 @@ public class GKTorzsFormX extends RecordForm {
 
     private void layout() {
         layoutConstraints = "wrap 9, insets 8, hidemode 0";
-        columnConstraints = "[right][160!]0[70!]12[right][160!]0[70!]12[right][160!]0[70!]";
-        Width = 1420;
+        columnConstraints = "[right][140!]0[62!]8[right][140!]0[62!]8[right][140!]0[62!]";
+        Width = 1580;
         Height = 940;
         Label23.layout = "span 2";
         Check1.layout = "span 2";
-        Text21.layout = "span 2, w 160!";
+        Text21.layout = "span 2, w 140!";
         Command2.layout = "span 3, align left";
         DTPicker5.layout = "span 3";
         DTPicker5.setVisible(false);
