@@ -306,6 +306,37 @@ class Part1_1Test {
     }
 
     @Test
+    void aBatchWritesUnsyncedAndOpenRecordsetsGoOnAfterIt() {
+        Recordset before = open("Jarmuvek");
+        AccessFile file = AccessFile.open("Kerova.dsb");
+        int generation = file.generation();
+        file.batch(() -> {
+            Recordset rs = open("Jarmuvek");
+            for (int i = 10; i < 1010; i++) {
+                rs.AddNew();
+                rs.set("recordID", i);
+                rs.set("GkFrsz", "B-" + i);
+                rs.Update();
+            }
+            rs.Close();
+        });
+        assertThat(file.generation()).isGreaterThan(generation); // reopened unsynced and back
+        before.MoveNext();
+        assertThat(before.get("GkFrsz")).isEqualTo("KŐB-456");
+        before.Edit();
+        before.set("Típus", "a batch után");
+        before.Update();
+        AccessFile.closeAll();
+        Recordset again = open("select * from Jarmuvek where GkFrsz like 'B-*'");
+        again.MoveLast();
+        assertThat(again.RecordCount()).isEqualTo(1000);
+        again.FindFirst("[recordID] = 2");
+        assertThat(again.NoMatch()).isTrue();
+        Recordset edited = open("select * from Jarmuvek where recordID = 2");
+        assertThat(edited.get("Típus")).isEqualTo("a batch után");
+    }
+
+    @Test
     void boundControlsWriteOnMoveAndLoadTheNewRecord() {
         DataControl data = new DataControl("JarmuvekData", "Kerova.dsb", "select * from Jarmuvek order by recordID");
         FakeBox box = new FakeBox("Típus");
