@@ -16,6 +16,8 @@ public class DBGrid extends Control {
     private String caption = "";
     private final List<Column> columns = new ArrayList<>();
     public boolean AllowUpdate;
+    /** With AllowUpdate: the view shows an empty row after the last, and typing into it adds a record. */
+    public boolean AllowAddNew;
     public IntConsumer HeadClick;
     public Runnable RowColChange;
 
@@ -211,6 +213,48 @@ public class DBGrid extends Control {
         }
         Forms.run(() -> rs.setAbsolutePosition(row));
         Forms.run(RowColChange);
+    }
+
+    /**
+     * The user typed into a cell (only with AllowUpdate): the grid moves to that row (the bound changes
+     * of the row it leaves are written), and the value is stored at once (Edit, the column, Update; an
+     * empty text is Null); the bound controls then show the stored row. With AllowAddNew, the row after
+     * the last adds a record (AddNew, the column, Update, MoveLast). A write that fails raises its error
+     * (the runtime's box) and the row keeps its stored value.
+     */
+    public void editCell(int row, Column col, String text) {
+        Recordset rs = recordset();
+        if (rs == null || !AllowUpdate) {
+            return;
+        }
+        Object v = text == null || text.isEmpty() ? null : text;
+        Forms.run(() -> {
+            try {
+                if (AllowAddNew && row >= rowCount()) {
+                    dataSource.writeBound();
+                    rs.AddNew();
+                    rs.Fields(col.DataField()).setValue(v);
+                    rs.Update();
+                    rs.MoveLast();
+                } else {
+                    if (row != Row()) {
+                        rs.setAbsolutePosition(row);
+                    }
+                    dataSource.writeBound();
+                    rs.Edit();
+                    rs.Fields(col.DataField()).setValue(v);
+                    rs.Update();
+                    dataSource.afterMove(rs);
+                }
+            } catch (RuntimeException e) {
+                if (rs.isEditing()) {
+                    rs.CancelUpdate();
+                }
+                cachedRow = -1;
+                changed("Data");
+                throw e;
+            }
+        });
     }
 
     /** The user clicked a column heading. */

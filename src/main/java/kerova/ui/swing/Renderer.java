@@ -299,7 +299,17 @@ final class Renderer {
         AbstractTableModel model = new AbstractTableModel() {
             @Override
             public int getRowCount() {
-                return g.rowCount();
+                return g.rowCount() + (g.AllowUpdate && g.AllowAddNew ? 1 : 0);
+            }
+
+            @Override
+            public boolean isCellEditable(int row, int col) {
+                return g.AllowUpdate;
+            }
+
+            @Override
+            public void setValueAt(Object value, int row, int col) {
+                g.editCell(row, g.columns().get(col), value == null ? "" : value.toString());
             }
 
             @Override
@@ -314,6 +324,9 @@ final class Renderer {
 
             @Override
             public Object getValueAt(int row, int col) {
+                if (row >= g.rowCount()) {
+                    return "";
+                }
                 return g.cellText(row, g.columns().get(col));
             }
         };
@@ -325,7 +338,7 @@ final class Renderer {
         t.getSelectionModel().addListSelectionListener(e -> {
             if (!pushing && !e.getValueIsAdjusting()) {
                 int r = t.getSelectedRow();
-                if (r >= 0) {
+                if (r >= 0 && r < g.rowCount()) {
                     g.selectRow(r);
                 }
             }
