@@ -30,11 +30,19 @@ public final class AccessFile {
     private int batchDepth;
     /** Grows each time the Jackcess database is reopened: holders of tables and cursors refetch them. */
     private int generation;
+    /** Locks shared with the other processes on this folder; null where none can be made. */
+    private final SharedLock shared;
+    /** The change counter of the lock file when this process last saw the file. */
+    private long seenCounter;
+    private int writeDepth;
+    private boolean autoSync = true;
 
     private AccessFile(Path path, Database db, boolean readOnly) {
         this.path = path;
         this.db = db;
         this.readOnly = readOnly;
+        this.shared = readOnly ? null : SharedLock.beside(path);
+        this.seenCounter = shared == null ? 0 : shared.counter();
     }
 
     /** The folder that relative database names resolve against (the process's current directory). */
@@ -145,6 +153,9 @@ public final class AccessFile {
             } catch (IOException | RuntimeException ignored) {
                 // closing errors are swallowed, as the exit handlers do
             }
+            if (f.shared != null) {
+                f.shared.close();
+            }
         }
         OPEN.clear();
     }
@@ -187,31 +198,99 @@ public final class AccessFile {
 
     /**
      * Runs a batch with writes unsynced and one flush at its end (DESIGN.md: interactive saves stay
-     * synced; batches flush once). Nested batches flush at the outermost end.
+     * synced; batches flush once). Nested batches flush at the outermost end. The batch holds the
+     * file's write lock throughout, so other processes wait for it.
      */
     public void batch(Runnable work) {
-        batchDepth++;
-        try {
-            if (batchDepth == 1 && !readOnly) {
-                reopen(false);
+        writing(() -> {
+            batchDepth++;
+            try {
+                if (batchDepth == 1 && !readOnly) {
+                    reopen(false);
+                }
+                work.run();
+            } finally {
+                batchDepth--;
+                if (batchDepth == 0 && !readOnly) {
+                    reopen(true); // close() flushes the batch's writes once
+                }
             }
+        });
+    }
+
+    /**
+     * Runs a read under the shared file lock, after reloading the file if another process has
+     * written it since (Jackcess keeps table metadata in memory).
+     */
+    public <T> T reading(java.util.function.Supplier<T> work) {
+        if (shared == null) {
+            return work.get();
+        }
+        boolean outermost = !shared.holdsAny();
+        shared.lockFile(false);
+        try {
+            if (outermost) {
+                refreshIfChanged(); // nested reads were checked by the outer one
+            }
+            return work.get();
+        } finally {
+            shared.unlockFile();
+        }
+    }
+
+    /** Runs a write under the exclusive file lock; the other processes reload the file after it. */
+    public void writing(Runnable work) {
+        if (shared == null) {
+            work.run();
+            return;
+        }
+        shared.lockFile(true);
+        writeDepth++;
+        try {
+            refreshIfChanged();
             work.run();
         } finally {
-            batchDepth--;
-            if (batchDepth == 0 && !readOnly) {
-                reopen(true); // close() flushes the batch's writes once
+            writeDepth--;
+            try {
+                if (writeDepth == 0) {
+                    seenCounter = shared.bump();
+                }
+            } finally {
+                shared.unlockFile();
             }
         }
     }
 
+    private void refreshIfChanged() {
+        long c = shared.counter();
+        if (c != seenCounter) {
+            reopen(autoSync);
+            seenCounter = c;
+        }
+    }
+
+    /** The lock of one record for Edit; another process holding it raises Jet's error 3260. */
+    void lockRecord(String table, Object rowId) {
+        if (shared != null) {
+            shared.lockRecord(table, rowId);
+        }
+    }
+
+    void unlockRecord(String table, Object rowId) {
+        if (shared != null) {
+            shared.unlockRecord(table, rowId);
+        }
+    }
+
     /** Jackcess fixes autoSync at open, so a batch reopens the file unsynced and back. */
-    private void reopen(boolean autoSync) {
+    private void reopen(boolean sync) {
         try {
             db.close();
         } catch (IOException e) {
             throw io(e);
         } finally {
-            db = openJackcess(path, readOnly, autoSync);
+            db = openJackcess(path, readOnly, sync);
+            autoSync = sync;
             generation++;
         }
     }

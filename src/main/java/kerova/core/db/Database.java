@@ -49,6 +49,13 @@ public final class Database {
         if (!(st instanceof UpdateStatement up)) {
             throw new DaoException(3065, "Cannot execute a select query.");
         }
+        int[] count = new int[1];
+        // the whole statement under the file's write lock: no other process writes in between
+        file.writing(() -> count[0] = execute(st, up));
+        return count[0];
+    }
+
+    private int execute(Statement st, UpdateStatement up) {
         Table table = file.table(st.tableName());
         List<String> names = Recordset.columnNames(table);
         BoundUpdate bound = up.bind(names);

@@ -183,6 +183,10 @@ public final class Recordset {
             names.add(tableColumns.get(c));
         }
         Collection<String> wanted = new HashSet<>(names.isEmpty() ? List.of(tableColumns.get(0)) : names);
+        return file.reading(() -> scanRows(columns, names, wanted));
+    }
+
+    private List<Object[]> scanRows(int[] columns, List<String> names, Collection<String> wanted) {
         List<Object[]> out = new ArrayList<>();
         try {
             Cursor c = CursorBuilder.createCursor(table());
@@ -284,7 +288,7 @@ public final class Recordset {
     private void arrived() {
         current = null;
         currentDeleted = false;
-        editMode = EditMode.NONE;
+        endEdit();
         if (pos >= 0 && pos < size()) {
             maxVisited = Math.max(maxVisited, pos);
         }
@@ -499,6 +503,10 @@ public final class Recordset {
     }
 
     private Object[] readRow(RowId id) {
+        return file.reading(() -> readRowLocked(id));
+    }
+
+    private Object[] readRowLocked(RowId id) {
         try {
             Cursor c = cursor();
             if (!c.findRow(id)) {
@@ -606,14 +614,34 @@ public final class Recordset {
         editMode = EditMode.ADD;
     }
 
+    /** Starts editing the current record and takes its lock; another process holding it is error 3260. */
     public void Edit() {
         checkOpen();
         checkUpdatable();
-        Object[] values = Arrays.copyOf(currentValues(), tableColumns.size());
-        buffer = values;
+        endEdit();
+        RowId key = keys.get(pos);
+        file.lockRecord(tableName, key);
+        try {
+            current = null; // read fresh under the lock
+            buffer = Arrays.copyOf(currentValues(), tableColumns.size());
+        } catch (RuntimeException e) {
+            file.unlockRecord(tableName, key);
+            throw e;
+        }
         dirty = new boolean[tableColumns.size()];
-        editKey = keys.get(pos);
+        editKey = key;
         editMode = EditMode.EDIT;
+    }
+
+    /** Ends an Edit or AddNew without storing it, releasing the record's lock. */
+    private void endEdit() {
+        if (editMode == EditMode.EDIT && editKey != null) {
+            file.unlockRecord(tableName, editKey);
+        }
+        editMode = EditMode.NONE;
+        editKey = null;
+        buffer = null;
+        dirty = null;
     }
 
     public boolean isEditing() {
@@ -621,9 +649,7 @@ public final class Recordset {
     }
 
     public void CancelUpdate() {
-        editMode = EditMode.NONE;
-        buffer = null;
-        dirty = null;
+        endEdit();
     }
 
     public void Update() {
@@ -638,6 +664,16 @@ public final class Recordset {
                 changes.put(tableColumns.get(i), buffer[i]);
             }
         }
+        try {
+            file.writing(() -> store(mode, changes));
+        } finally {
+            // a failed Update leaves the edit open in DAO; the handlers move on, so we close it
+            endEdit();
+            current = null;
+        }
+    }
+
+    private void store(EditMode mode, Map<String, Object> changes) {
         try {
             if (mode == EditMode.ADD) {
                 boolean wasEof = pos >= size();
@@ -659,12 +695,6 @@ public final class Recordset {
             }
         } catch (IOException e) {
             throw AccessFile.io(e);
-        } finally {
-            // a failed Update leaves the edit open in DAO; the handlers move on, so we close it
-            editMode = EditMode.NONE;
-            buffer = null;
-            dirty = null;
-            current = null;
         }
     }
 
@@ -686,14 +716,22 @@ public final class Recordset {
         if (pos < 0 || pos >= size() || currentDeleted) {
             throw noCurrent();
         }
+        RowId key = keys.get(pos);
+        file.lockRecord(tableName, key); // another user's Edit stops a Delete
         try {
-            Cursor c = cursor();
-            if (!c.findRow(keys.get(pos))) {
-                throw new DaoException(DaoException.DELETED, "Record is deleted.");
-            }
-            c.deleteCurrentRow();
-        } catch (IOException e) {
-            throw AccessFile.io(e);
+            file.writing(() -> {
+                try {
+                    Cursor c = cursor();
+                    if (!c.findRow(key)) {
+                        throw new DaoException(DaoException.DELETED, "Record is deleted.");
+                    }
+                    c.deleteCurrentRow();
+                } catch (IOException e) {
+                    throw AccessFile.io(e);
+                }
+            });
+        } finally {
+            file.unlockRecord(tableName, key);
         }
         keys.remove(pos);
         bookmarkIndex = null;
@@ -702,7 +740,7 @@ public final class Recordset {
         }
         currentDeleted = true;
         current = null;
-        editMode = EditMode.NONE;
+        endEdit();
     }
 
     // ---- reopening ----
@@ -765,6 +803,7 @@ public final class Recordset {
         try {
             beforeMove();
         } finally {
+            endEdit();
             closed = true;
             listeners.clear();
             cursor = null;
