@@ -369,19 +369,19 @@ public class GKTorzsFormX extends RecordForm {
         standardSearch(JarmuvekData, "GkVezetoNeve", DRIVER_PROMPT, DRIVER_TITLE, DRIVER_NOT_FOUND);
     }
 
-    /** Part 2.2 (not built yet): the sheet page form. */
+    /** Part 2.2: the sheet of the current vehicle. */
     void AktLapNyom_Click() {
-        Forms.get("GKTorzsNyomFormX").Show(true);
+        VehicleSheets.AktLapNyom(JarmuvekData);
     }
 
-    /** Part 2.2 (not built yet). */
+    /** Part 2.2: the sheets from the current vehicle onwards. */
     void AktLapTolMindNyom_Click() {
-        Forms.get("GKTorzsNyomFormX").Show(true);
+        VehicleSheets.AktLapTolMindNyom(JarmuvekData);
     }
 
-    /** Part 2.2 (not built yet). */
+    /** Part 2.2: the sheets of the vehicles that need a technical inspection. */
     void MuszakiKell_Click() {
-        Forms.get("GKTorzsNyomFormX").Show(true);
+        VehicleSheets.MuszakiKell(JarmuvekData, DBGrid1);
     }
 
     /**

@@ -425,4 +425,108 @@ class Part2_2Test extends FormTestBase {
         assertThat(VehicleSheets.lineText(13)).isEqualTo("Zöld kártya lejárat (környezetvédelmi) dátuma: ");
         assertThat(VehicleSheets.lineColumn(11)).isEqualTo("SzervizIntervallumKm");
     }
+
+    // ---------------------------------------------------------------- through the vehicle form
+
+    GKTorzsFormX openVehicles() {
+        Globals.CurrentFormName = GKTorzsFormX.NAME;
+        GKTorzsFormX form = Forms.put(new GKTorzsFormX());
+        form.Show();
+        return form;
+    }
+
+    @Test
+    void theMenuEntryAndItsButtonPrintTheCurrentVehicleAndTheFormReturnsToTheLast() {
+        fullVehicle(1);
+        vehicle(2, "BBB-222", "GkTipus", "Fiat");
+        vehicle(3, "CCC-333", "GkTipus", "Opel");
+        GKTorzsFormX form = openVehicles();
+        form.DBGrid1.selectRow(0);
+        assertThat(form.Text1.Text()).isEqualTo("KŐB-112");
+        onSheet(form.JarmuvekData, "Command1");
+        onSheet(form.JarmuvekData, "Command1");
+
+        form.AktLapNyom.fireClick();
+        // the sheet is the current vehicle's; on return the vehicle form's Form_Activate runs
+        // (Part 2.1 step 2: MoveLast), so the form stands on the last vehicle
+        assertThat(sheets.get(0).get(0)).isEqualTo("Forgalmi rendszám: KŐB-112");
+        assertThat(sheets.get(0).get(4)).isEqualTo("Hengerűrtartalom: 10350");
+        assertThat(form.Text1.Text()).isEqualTo("CCC-333");
+
+        form.DBGrid1.selectRow(1);
+        form.Command6.fireClick();
+        assertThat(platesShown()).containsExactly("Forgalmi rendszám: KŐB-112", "Forgalmi rendszám: BBB-222");
+        assertThat(form.Text1.Text()).isEqualTo("CCC-333");
+        assertThat(pui.messages).isEmpty();
+        assertThat(pui.lastPointer()).isEqualTo(VbConst.vbArrow);
+    }
+
+    @Test
+    void megseInTheLoopOfTheVehicleFormStopsItAndTheFormEndsOnTheLast() {
+        vehicle(1, "AAA-111", "GkTipus", "Opel");
+        vehicle(2, "BBB-222", "GkTipus", "Fiat");
+        vehicle(3, "CCC-333", "GkTipus", "Rába");
+        vehicle(4, "DDD-444", "GkTipus", "Ikarus");
+        GKTorzsFormX form = openVehicles();
+        form.DBGrid1.selectRow(1);
+        onSheet(form.JarmuvekData, "Command1");
+        onSheet(form.JarmuvekData, "Command3");
+        onSheet(form.JarmuvekData, "Command1");
+
+        form.Command7.fireClick();
+
+        assertThat(platesShown()).containsExactly("Forgalmi rendszám: BBB-222", "Forgalmi rendszám: CCC-333");
+        assertThat(sheetsShown()).isEqualTo(2);
+        assertThat(PageForm.PrintCancelled).isEqualTo((short) 1);
+        assertThat(form.Text1.Text()).isEqualTo("DDD-444");
+        assertThat(form.Label24.Caption()).isEqualTo("4");
+        // the walk stored nothing but what the form's own checks store; the plates are unchanged
+        assertThat(column("Kerova.dsb", "Jarmuvek", "GkFrsz"))
+                .containsExactly("AAA-111", "BBB-222", "CCC-333", "DDD-444");
+    }
+
+    @Test
+    void theInspectionPrintOfTheVehicleFormRestoresItsSourceAndGrid() {
+        Globals.WarnInspectionDays = 10;
+        vehicle(1, "OLD-025", "GkTipus", "Opel", "MuszakiVizsgaDatum", LocalDateTime.of(2025, 1, 2, 0, 0));
+        vehicle(2, "NEW-027", "GkTipus", "Fiat", "MuszakiVizsgaDatum", LocalDateTime.of(2027, 6, 30, 0, 0));
+        vehicle(3, "LIM-013", "GkTipus", "Rába", "MuszakiVizsgaDatum", LocalDateTime.of(2026, 11, 13, 0, 0));
+        GKTorzsFormX form = openVehicles();
+        List<Integer> gridRows = new ArrayList<>();
+        pui.whenShown(GKTorzsNyomFormX.NAME, f -> {
+            sheets.add(((SheetPageForm) f).lines());
+            sourcesSeen.add(form.JarmuvekData.RecordSource());
+            gridRows.add(form.DBGrid1.rowCount());
+            f.control("Command1").fireClick();
+        });
+        onSheet(form.JarmuvekData, "Command1");
+
+        form.Command8.fireClick();
+
+        assertThat(sourcesSeen).containsOnly("select * from jarmuvek where MuszakiVizsgaDatum <= #11/13/2026#");
+        assertThat(gridRows).containsOnly(2);
+        assertThat(platesShown()).containsExactly("Forgalmi rendszám: OLD-025", "Forgalmi rendszám: LIM-013");
+        assertThat(sheets).allSatisfy(l -> assertThat(l.get(12)).startsWith("Zöld kártya lajárat "));
+        assertThat(form.JarmuvekData.RecordSource()).isEqualTo(GKTorzsFormX.LIVE_SOURCE);
+        assertThat(form.DBGrid1.rowCount()).isEqualTo(3);
+        assertThat(form.Text1.Text()).isEqualTo("LIM-013");
+    }
+
+    @Test
+    void theInspectionPrintOfTheVehicleFormWithNothingDue() {
+        Globals.WarnInspectionDays = 10;
+        vehicle(1, "NEW-027", "GkTipus", "Fiat", "MuszakiVizsgaDatum", LocalDateTime.of(2027, 6, 30, 0, 0));
+        vehicle(2, "NUL-000", "GkTipus", "Opel");
+        GKTorzsFormX form = openVehicles();
+        assertThat(form.Text1.Text()).isEqualTo("NUL-000");
+
+        form.MuszakiKell.fireClick();
+
+        assertThat(pui.messages).containsExactly(nothingToPrint());
+        assertThat(sheetsShown()).isZero();
+        assertThat(form.JarmuvekData.RecordSource()).isEqualTo(GKTorzsFormX.LIVE_SOURCE);
+        // no sheet was shown, so no Form_Activate: the refreshed source stands on its first vehicle
+        assertThat(form.Text1.Text()).isEqualTo("NEW-027");
+        assertThat(form.DBGrid1.rowCount()).isEqualTo(2);
+    }
 }
