@@ -142,9 +142,12 @@ class KerovaGuiTest {
         for (String[] e : entries) {
             clickMenu(main, e[0]);
             JDialog form = waitFor(() -> dialogNamed(e[1]), e[1]);
-            assertThat(onEdt(form::getTitle)).isEqualTo(e[1]);
-            assertThat(onEdt(() -> ((JLabel) findIn(form, "Label1", false)).getText()))
-                    .isEqualTo("Ez a modul még nem készült el.");
+            // a form that is built (a Part of its own) is tested by its Part's GUI test; here it only opens
+            if (onEdt(() -> Forms.get(e[1]) instanceof kerova.core.form.StandInForm)) {
+                assertThat(onEdt(form::getTitle)).isEqualTo(e[1]);
+                assertThat(onEdt(() -> ((JLabel) findIn(form, "Label1", false)).getText()))
+                        .isEqualTo("Ez a modul még nem készült el.");
+            }
             boolean stays = e[1].equals("KerovaForm") || e[1].equals("KerovaSzervizFormX");
             assertThat(onEdt(main::isVisible)).as(e[1]).isEqualTo(stays);
             if (e[1].equals("KerovaForm")) {
