@@ -401,6 +401,7 @@ public class GKTorzsFormX extends RecordForm {
         try {
             // 1
             Command1.setVisible(true);
+            Command1.setDefault(true);
             VisszaEles.setVisible(true);
             // 2
             JarmuvekData.setRecordSource(ARCHIVE_SOURCE);

@@ -118,6 +118,7 @@ class Part2_3Test extends FormTestBase {
         form.ArchivumA.fireClick();
         assertThat(form.JarmuvekData.RecordSource()).isEqualTo("select * from JarmuvekArchiv order by recordID");
         assertThat(form.Command1.Visible()).isTrue();
+        assertThat(form.Command1.Default()).isTrue();
         assertThat(form.VisszaEles.Visible()).isTrue();
         assertThat(form.DBGrid1.rowCount()).isEqualTo(2);
         // ordered by recordID, on the first row

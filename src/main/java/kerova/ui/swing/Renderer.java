@@ -521,7 +521,12 @@ final class Renderer {
             } else if (c instanceof Label l) {
                 ((JLabel) comp).setText(l.Caption());
             } else if (c instanceof CommandButton b) {
-                caption((JButton) comp, b.Caption());
+                JButton btn = (JButton) comp;
+                caption(btn, b.Caption());
+                javax.swing.JRootPane root = javax.swing.SwingUtilities.getRootPane(btn);
+                if (root != null && "Default".equals(property)) {
+                    root.setDefaultButton(b.Default() ? btn : root.getDefaultButton() == btn ? null : root.getDefaultButton());
+                }
             } else if (c instanceof CheckBox cb) {
                 JCheckBox box = (JCheckBox) comp;
                 caption(box, cb.Caption());
