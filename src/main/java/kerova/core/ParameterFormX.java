@@ -68,22 +68,23 @@ public class ParameterFormX extends RecordForm {
     public ParameterFormX() {
         super(NAME, TITLE);
         layoutConstraints = "wrap 2, insets 10, fill, hidemode 3";
-        columnConstraints = "[grow,fill][grow,fill]";
-        Width = 1180;
+        columnConstraints = "[grow][grow]";
+        Width = 1240;
         Height = 640;
         DBGrid1.layout = "span 2, grow, h 90:110:";
         DBGrid2.layout = "span 2, grow, h 90:110:";
         DBGrid3.layout = "grow, h 140:200:";
         DBGrid4.layout = "grow, h 140:200:";
         Check1.layout = "span 2";
-        Command2.layout = "span 2, split 3, align right, w 120!";
+        Command2.layout = "span 2, split 3, align right, w 120!, gaptop 6";
         Command4.layout = "w 120!";
         Command3.layout = "w 120!";
 
         DBGrid1.bind(ParameterData);
         DBGrid1.setCaption(WARNING_GRID_CAPTION);
         for (String[] c : WARNING_COLUMNS) {
-            DBGrid1.addColumn(c[1], c[0]).Width = 150;
+            // automatic width: the whole caption shows
+            DBGrid1.addColumn(c[1], c[0]);
         }
         DBGrid2.bind(PathData);
         DBGrid2.setCaption(PATH_GRID_CAPTION);

@@ -57,7 +57,7 @@ public class UzemeltetokForm extends RecordForm {
         layoutConstraints = "wrap 2, insets 12, hidemode 3";
         columnConstraints = "[right][420!,fill]";
         Width = 640;
-        Height = 560;
+        Height = 500;
         Label1.layout = "span 2, align center, gapbottom 8";
         Command1.layout = "span 2, align right, w 120!, gaptop 10";
 
