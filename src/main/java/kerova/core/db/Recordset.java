@@ -189,15 +189,20 @@ public final class Recordset {
     private List<Object[]> scanRows(int[] columns, List<String> names, Collection<String> wanted) {
         List<Object[]> out = new ArrayList<>();
         try {
-            Cursor c = CursorBuilder.createCursor(table());
+            Table t = table();
+            Column[] cols = new Column[columns.length];
+            for (int i = 0; i < columns.length; i++) {
+                cols[i] = t.getColumn(names.get(i));
+            }
+            // value by value from the cursor: no row map a row (the scans run over whole tables)
+            Cursor c = CursorBuilder.createCursor(t);
             c.beforeFirst();
-            Row row;
-            while ((row = c.getNextRow(wanted)) != null) {
+            while (c.moveToNextRow()) {
                 Object[] r = new Object[tableColumns.size() + 1];
-                for (int i = 0; i < columns.length; i++) {
-                    r[columns[i]] = row.get(names.get(i));
+                for (int i = 0; i < cols.length; i++) {
+                    r[columns[i]] = c.getCurrentRowValue(cols[i]);
                 }
-                r[tableColumns.size()] = row.getId();
+                r[tableColumns.size()] = c.getSavepoint().getCurrentPosition().getRowId();
                 out.add(r);
             }
         } catch (IOException e) {
