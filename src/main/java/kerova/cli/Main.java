@@ -190,6 +190,10 @@ public final class Main {
     }
 
     private static int startProgram(Path dir) {
+        if (java.awt.GraphicsEnvironment.isHeadless()) {
+            System.err.println("A programnak grafikus képernyő kell (nincs DISPLAY); a tesztek: ./kerova test");
+            return 1;
+        }
         AccessFile.setWorkingFolder(dir);
         try {
             Class<?> app = Class.forName("kerova.ui.swing.SwingApp");
