@@ -1,45 +1,27 @@
 package kerova.vehicles;
 
+import static kerova.ui.swing.Gui.*;
 import static org.assertj.core.api.Assertions.assertThat;
 
 import java.awt.Component;
-import java.awt.Container;
-import java.awt.Rectangle;
-import java.awt.Robot;
-import java.awt.Window;
 import java.awt.image.BufferedImage;
-import java.io.File;
 import java.math.BigDecimal;
-import java.nio.charset.StandardCharsets;
-import java.nio.file.Files;
 import java.nio.file.Path;
-import java.nio.file.Paths;
 import java.time.LocalDateTime;
 import java.util.List;
-import java.util.concurrent.TimeUnit;
 import java.util.concurrent.atomic.AtomicInteger;
-import java.util.concurrent.atomic.AtomicReference;
-import java.util.function.Supplier;
 import javax.imageio.ImageIO;
 import javax.swing.AbstractButton;
 import javax.swing.JDialog;
 import javax.swing.JFrame;
-import javax.swing.JOptionPane;
 import javax.swing.SwingUtilities;
 import javax.swing.text.JTextComponent;
-import kerova.core.Globals;
-import kerova.core.db.AccessFile;
-import kerova.core.db.CompanyFolder;
-import kerova.core.db.Database;
-import kerova.core.db.Recordset;
 import kerova.core.form.Forms;
-import kerova.core.form.HeadlessUi;
 import kerova.core.print.PageForm;
 import kerova.core.vb.VbClock;
 import kerova.ui.swing.PdfExport;
 import kerova.ui.swing.SwingApp;
 import org.junit.jupiter.api.AfterEach;
-import org.junit.jupiter.api.Assumptions;
 import org.junit.jupiter.api.BeforeEach;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.io.TempDir;
@@ -53,16 +35,10 @@ class VehicleSheetsGuiTest {
     @TempDir
     Path dir;
     private final AtomicInteger exits = new AtomicInteger();
-    private Path shots;
 
     @BeforeEach
     void setUp() throws Exception {
-        Assumptions.assumeFalse(java.awt.GraphicsEnvironment.isHeadless(), "needs a display (xvfb-run)");
-        AccessFile.closeAll();
-        CompanyFolder.init(dir, false);
-        AccessFile.setWorkingFolder(dir);
-        Globals.reset();
-        VbClock.reset();
+        openCompany(dir);
         Forms.reset();
         LocalDateTime today = VbClock.today();
         LocalDateTime later = today.plusYears(1);
@@ -79,20 +55,11 @@ class VehicleSheetsGuiTest {
         insert("Kerova.dsb", "Jarmuvek", "recordID", 2, "GkFrsz", "ŰRH-455", "GkTipus", "Ikarus 280",
                 "GkVezetoNeve", "Szűts Írisz", "MuszakiVizsgaDatum", later, "KotelezoBiztDatum", later,
                 "Hengerurtartalom", 10690.0, "FogyasztásLiter100", 41.0);
-        shots = Paths.get(System.getProperty("kerova.screenshots", "target/screenshots"));
-        Files.createDirectories(shots);
     }
 
     @AfterEach
     void tearDown() throws Exception {
-        SwingUtilities.invokeAndWait(() -> {
-            for (Window w : Window.getWindows()) {
-                w.dispose();
-            }
-        });
-        Forms.reset();
-        Forms.setUi(new HeadlessUi());
-        AccessFile.closeAll();
+        closeAll();
     }
 
     @Test
@@ -122,7 +89,7 @@ class VehicleSheetsGuiTest {
         assertThat(page.line(3).Caption()).isEqualTo("Forgalomba helyezve: " + kerova.core.vb.Conv.dateText(VbClock.today()));
         Thread.sleep(400);
         screenshot("vehicle-sheet-1-current");
-        click(sheet, "Tovább");
+        clickText(sheet, "Tovább");
         waitFor(() -> onEdt(sheet::isShowing) ? null : sheet, "sheet closed");
 
         // "Műszaki viszga szükségesség nyomtatása" (Command8): KŐB-112, line 13 misspelled
@@ -140,20 +107,20 @@ class VehicleSheetsGuiTest {
         Path pdf = dir.resolve("adatlap.pdf");
         PdfExport.write(List.of(onEdt(page::page)), pdf);
         assertThat(pdf.toFile().length()).isGreaterThan(1000);
-        if (has("pdftotext") && has("pdftoppm")) {
-            String text = run("pdftotext", "-layout", "-enc", "UTF-8", pdf.toString(), "-");
+        if (hasTool("pdftotext") && hasTool("pdftoppm")) {
+            String text = runTool(null, "pdftotext", "-layout", "-enc", "UTF-8", pdf.toString(), "-");
             assertThat(text).contains("GÉPJÁRMŰ ADATLAP", "Forgalmi rendszám: KŐB-112", "Típus: Rába H18 űrszelvény",
                     "Hengerűrtartalom: 10350", "Járművezető neve: Győri Ödön",
                     "Zöld kártya lajárat (környezetvédelmi) dátuma: ", "Önköltség/kilométer: 212,75", "Kiadva: ");
             assertThat(text).doesNotContain("Tovább", "Mégse");
-            Path prefix = shots.toAbsolutePath().resolve("vehicle-sheet-pdf");
-            run("pdftoppm", "-png", "-r", "60", "-f", "1", "-l", "1", "-singlefile", pdf.toString(), prefix.toString());
+            Path prefix = shots().toAbsolutePath().resolve("vehicle-sheet-pdf");
+            runTool(null, "pdftoppm", "-png", "-r", "60", "-f", "1", "-l", "1", "-singlefile", pdf.toString(), prefix.toString());
             BufferedImage img = ImageIO.read(prefix.resolveSibling("vehicle-sheet-pdf.png").toFile());
             assertThat(img.getWidth()).isBetween(490, 500);
         }
 
         // "Mégse": the loop stops, the form's normal RecordSource is back
-        click(sheet2, "Mégse");
+        clickText(sheet2, "Mégse");
         waitFor(() -> onEdt(sheet2::isShowing) ? null : sheet2, "inspection sheet closed");
         assertThat(PageForm.PrintCancelled).isEqualTo((short) 1);
         GKTorzsFormX vehicles = (GKTorzsFormX) Forms.get("GKTorzsFormX");
@@ -163,180 +130,5 @@ class VehicleSheetsGuiTest {
         screenshot("vehicle-sheet-3-back");
         assertThat(onEdt(() -> dialogNamed("GKTorzsNyomFormX"))).isNull();
         assertThat(exits.get()).isZero();
-    }
-
-    // ---------------------------------------------------------------- helpers
-
-    static boolean has(String tool) {
-        try {
-            Process p = new ProcessBuilder(tool, "-v").redirectErrorStream(true).start();
-            p.getInputStream().readAllBytes();
-            return p.waitFor(20, TimeUnit.SECONDS);
-        } catch (Exception e) {
-            return false;
-        }
-    }
-
-    static String run(String... cmd) throws Exception {
-        Process p = new ProcessBuilder(cmd).redirectErrorStream(true).start();
-        String out = new String(p.getInputStream().readAllBytes(), StandardCharsets.UTF_8);
-        assertThat(p.waitFor(60, TimeUnit.SECONDS)).isTrue();
-        assertThat(p.exitValue()).as(String.join(" ", cmd) + ": " + out).isZero();
-        return out;
-    }
-
-    private static void insert(String db, String table, Object... pairs) {
-        Recordset r = Database.open(db).OpenRecordset(table);
-        r.AddNew();
-        for (int i = 0; i < pairs.length; i += 2) {
-            r.set((String) pairs[i], pairs[i + 1]);
-        }
-        r.Update();
-        r.Close();
-    }
-
-    private static void click(Container c, String text) throws Exception {
-        AbstractButton b = onEdt(() -> findButton(c, text));
-        assertThat(b).as("button " + text).isNotNull();
-        SwingUtilities.invokeLater(b::doClick);
-    }
-
-    private static AbstractButton findButton(Container c, String text) {
-        for (Component k : c.getComponents()) {
-            if (k instanceof AbstractButton b && text.equals(b.getText())) {
-                return b;
-            }
-            if (k instanceof Container cc) {
-                AbstractButton b = findButton(cc, text);
-                if (b != null) {
-                    return b;
-                }
-            }
-        }
-        return null;
-    }
-
-    private static void clickMenu(Container bar, String name) throws Exception {
-        AbstractButton item = onEdt(() -> (AbstractButton) findIn(bar, name));
-        assertThat(item).as("menu " + name).isNotNull();
-        SwingUtilities.invokeLater(item::doClick);
-    }
-
-    private static Component find(Container root, String name) {
-        Component c = onEdt(() -> {
-            Component k = findIn(root, name);
-            if (k == null && root instanceof JDialog d && d.getJMenuBar() != null) {
-                k = findIn(d.getJMenuBar(), name);
-            }
-            return k;
-        });
-        assertThat(c).as("component " + name).isNotNull();
-        return c;
-    }
-
-    private static Component findIn(Container root, String name) {
-        if (name.equals(root.getName())) {
-            return root;
-        }
-        Component[] kids = root instanceof javax.swing.JMenu m ? m.getMenuComponents() : root.getComponents();
-        for (Component k : kids) {
-            if (name.equals(k.getName())) {
-                return k;
-            }
-            if (k instanceof Container cc) {
-                Component f = findIn(cc, name);
-                if (f != null) {
-                    return f;
-                }
-            }
-        }
-        return null;
-    }
-
-    private static JFrame frame(String name) {
-        for (Window w : Window.getWindows()) {
-            if (w instanceof JFrame f && name.equals(f.getName()) && f.isDisplayable()) {
-                return f;
-            }
-        }
-        return null;
-    }
-
-    private static JDialog dialogNamed(String name) {
-        for (Window w : Window.getWindows()) {
-            if (w instanceof JDialog d && name.equals(d.getName()) && d.isShowing()) {
-                return d;
-            }
-        }
-        return null;
-    }
-
-    private static JDialog dialogTitled(String title) {
-        for (Window w : Window.getWindows()) {
-            if (w instanceof JDialog d && title.equals(d.getTitle()) && d.isShowing()) {
-                return d;
-            }
-        }
-        return null;
-    }
-
-    private static <T> T onEdt(Supplier<T> s) {
-        if (SwingUtilities.isEventDispatchThread()) {
-            return s.get();
-        }
-        AtomicReference<T> ref = new AtomicReference<>();
-        try {
-            SwingUtilities.invokeAndWait(() -> ref.set(s.get()));
-        } catch (java.lang.reflect.InvocationTargetException e) {
-            throw new IllegalStateException(e.getCause());
-        } catch (InterruptedException e) {
-            Thread.currentThread().interrupt();
-            throw new IllegalStateException(e);
-        }
-        return ref.get();
-    }
-
-    private static <T> T waitFor(Supplier<T> s, String what) throws Exception {
-        long end = System.currentTimeMillis() + 10_000;
-        while (System.currentTimeMillis() < end) {
-            T v = onEdt(s);
-            if (v != null) {
-                return v;
-            }
-            Thread.sleep(50);
-        }
-        throw new AssertionError("timed out waiting for " + what + "; showing: " + onEdt(VehicleSheetsGuiTest::showing));
-    }
-
-    private static String showing() {
-        StringBuilder b = new StringBuilder();
-        for (Window w : Window.getWindows()) {
-            if (w.isShowing()) {
-                b.append("[").append(w.getName()).append(" ");
-                if (w instanceof JDialog d) {
-                    b.append(d.getTitle());
-                    for (Component k : d.getContentPane().getComponents()) {
-                        if (k instanceof JOptionPane p) {
-                            b.append(": ").append(p.getMessage());
-                        }
-                    }
-                }
-                b.append("] ");
-            }
-        }
-        return b.toString();
-    }
-
-    private void screenshot(String name) throws Exception {
-        Rectangle all = null;
-        for (Window w : onEdt(Window::getWindows)) {
-            if (onEdt(w::isShowing)) {
-                Rectangle b = onEdt(w::getBounds);
-                all = all == null ? b : all.union(b);
-            }
-        }
-        all = all == null || all.isEmpty() ? new Rectangle(0, 0, 800, 600) : all;
-        BufferedImage img = new Robot().createScreenCapture(all);
-        ImageIO.write(img, "png", new File(shots.toFile(), name + ".png"));
     }
 }

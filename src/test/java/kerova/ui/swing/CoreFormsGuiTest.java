@@ -1,28 +1,15 @@
 package kerova.ui.swing;
 
+import static kerova.ui.swing.Gui.*;
 import static org.assertj.core.api.Assertions.assertThat;
 
 import java.awt.Color;
-import java.awt.Component;
 import java.awt.Container;
-import java.awt.Rectangle;
-import java.awt.Robot;
-import java.awt.Window;
 import java.awt.event.KeyEvent;
 import java.awt.event.WindowEvent;
-import java.awt.image.BufferedImage;
-import java.io.File;
-import java.nio.file.Files;
 import java.nio.file.Path;
-import java.nio.file.Paths;
 import java.time.LocalDateTime;
-import java.util.ArrayList;
-import java.util.List;
 import java.util.concurrent.atomic.AtomicInteger;
-import java.util.concurrent.atomic.AtomicReference;
-import java.util.function.Supplier;
-import javax.imageio.ImageIO;
-import javax.swing.AbstractButton;
 import javax.swing.JCheckBox;
 import javax.swing.JDialog;
 import javax.swing.JFrame;
@@ -33,15 +20,10 @@ import javax.swing.JTextField;
 import javax.swing.SwingUtilities;
 import javax.swing.border.TitledBorder;
 import kerova.core.Globals;
-import kerova.core.db.AccessFile;
-import kerova.core.db.CompanyFolder;
 import kerova.core.db.Database;
 import kerova.core.db.Recordset;
-import kerova.core.form.Forms;
-import kerova.core.form.HeadlessUi;
 import kerova.core.vb.VbClock;
 import org.junit.jupiter.api.AfterEach;
-import org.junit.jupiter.api.Assumptions;
 import org.junit.jupiter.api.BeforeEach;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.io.TempDir;
@@ -58,16 +40,10 @@ class CoreFormsGuiTest {
     @TempDir
     Path dir;
     private final AtomicInteger exits = new AtomicInteger();
-    private Path shots;
 
     @BeforeEach
     void setUp() throws Exception {
-        Assumptions.assumeFalse(java.awt.GraphicsEnvironment.isHeadless(), "needs a display (xvfb-run)");
-        AccessFile.closeAll();
-        CompanyFolder.init(dir, false);
-        AccessFile.setWorkingFolder(dir);
-        Globals.reset();
-        VbClock.reset();
+        openCompany(dir);
         LocalDateTime today = VbClock.today();
         insert("Torzsek.dsb", "Bettorzs", "UzNev", "Kerekes Fuvarozó Kft.", "UzIrszam", "9021",
                 "UzSzekhely", "Győr", "UzCim", "Szent István út 12.");
@@ -86,30 +62,11 @@ class CoreFormsGuiTest {
                 "BizonylaNextPath", "C:\\BizonylaNext", "InterfacePath", "C:\\Űrlapok");
         insert("Kerova.dsb", "Jarmuvek", "recordID", 1, "GkFrsz", "KŐB-112", "GkTipus", "Rába H18",
                 "MuszakiVizsgaDatum", today.minusDays(40));
-        shots = Paths.get(System.getProperty("kerova.screenshots", "target/screenshots"));
-        Files.createDirectories(shots);
     }
 
     @AfterEach
     void tearDown() throws Exception {
-        SwingUtilities.invokeAndWait(() -> {
-            for (Window w : Window.getWindows()) {
-                w.dispose();
-            }
-        });
-        Forms.reset();
-        Forms.setUi(new HeadlessUi());
-        AccessFile.closeAll();
-    }
-
-    private static void insert(String db, String table, Object... pairs) {
-        Recordset r = Database.open(db).OpenRecordset(table);
-        r.AddNew();
-        for (int i = 0; i < pairs.length; i += 2) {
-            r.set((String) pairs[i], pairs[i + 1]);
-        }
-        r.Update();
-        r.Close();
+        closeAll();
     }
 
     @Test
@@ -223,10 +180,10 @@ class CoreFormsGuiTest {
         JTextField name2 = (JTextField) find(op2, "Text2");
         SwingUtilities.invokeAndWait(() -> name2.setText(""));
         click(op2, "Command1");
-        JDialog box = waitFor(() -> dialogTitled("FIGYELEM! SÚLYOS HIBA!"), "empty-name box");
+        JDialog box = waitFor(() -> messageBox("FIGYELEM! SÚLYOS HIBA!"), "empty-name box");
         assertThat(messageOf(box))
                 .isEqualTo("Hiányos kitöltés! Az adat törlődik! A program bejegyzett üzemeltető nélkül nem működik!");
-        assertThat(onEdt(() -> ((JOptionPane) findType(box, JOptionPane.class)).getMessageType()))
+        assertThat(messageTypeOf(box))
                 .isEqualTo(JOptionPane.ERROR_MESSAGE);
         Thread.sleep(300);
         screenshot("14-operator-empty-name");
@@ -257,177 +214,11 @@ class CoreFormsGuiTest {
                 new KeyEvent(f, KeyEvent.KEY_TYPED, System.currentTimeMillis(), 0, KeyEvent.VK_UNDEFINED, ch)));
     }
 
-    private void confirm(String title, String text, int type, String shot) throws Exception {
-        JDialog box = waitFor(() -> dialogTitled(title), "message " + text);
-        assertThat(messageOf(box)).isEqualTo(text);
-        assertThat(onEdt(() -> ((JOptionPane) findType(box, JOptionPane.class)).getMessageType())).isEqualTo(type);
-        if (shot != null) {
-            Thread.sleep(300);
-            screenshot(shot);
-        }
-        click(box, "OK");
-        waitFor(() -> onEdt(() -> box.isShowing()) ? null : box, "box closed");
+    private static void confirm(String title, String text, int type, String shot) throws Exception {
+        Gui.confirm(title, text, type, shot == null ? null : "core-" + shot);
     }
 
-    private static List<String> showingMessages() {
-        return onEdt(() -> {
-            List<String> out = new ArrayList<>();
-            for (Window w : Window.getWindows()) {
-                if (w instanceof JDialog d && d.isShowing() && findType(d, JOptionPane.class) != null) {
-                    out.add(d.getTitle());
-                }
-            }
-            return out;
-        });
-    }
-
-    private static String messageOf(JDialog d) {
-        return onEdt(() -> String.valueOf(((JOptionPane) findType(d, JOptionPane.class)).getMessage()));
-    }
-
-    /** Clicks a button by component name, or else by its text. */
-    private static void click(Container c, String nameOrText) {
-        AbstractButton b = onEdt(() -> {
-            Component k = findIn(c, nameOrText);
-            return k instanceof AbstractButton ab ? ab : findButton(c, nameOrText);
-        });
-        assertThat(b).as("button " + nameOrText).isNotNull();
-        SwingUtilities.invokeLater(b::doClick);
-    }
-
-    private static AbstractButton findButton(Container c, String text) {
-        for (Component k : c.getComponents()) {
-            if (k instanceof AbstractButton b && text.equals(b.getText())) {
-                return b;
-            }
-            if (k instanceof Container cc) {
-                AbstractButton b = findButton(cc, text);
-                if (b != null) {
-                    return b;
-                }
-            }
-        }
-        return null;
-    }
-
-    private static void clickMenu(JFrame main, String name) {
-        AbstractButton item = onEdt(() -> (AbstractButton) findIn(main.getJMenuBar(), name));
-        assertThat(item).as("menu " + name).isNotNull();
-        SwingUtilities.invokeLater(item::doClick);
-    }
-
-    private static Component find(Container root, String name) {
-        Component c = onEdt(() -> findIn(root, name));
-        assertThat(c).as("component " + name).isNotNull();
-        return c;
-    }
-
-    private static Component findIn(Container root, String name) {
-        if (name.equals(root.getName())) {
-            return root;
-        }
-        Component[] kids = root instanceof javax.swing.JMenu m ? m.getMenuComponents() : root.getComponents();
-        for (Component k : kids) {
-            if (name.equals(k.getName())) {
-                return k;
-            }
-            if (k instanceof Container cc) {
-                Component f = findIn(cc, name);
-                if (f != null) {
-                    return f;
-                }
-            }
-        }
-        return null;
-    }
-
-    private static Component findType(Container root, Class<?> type) {
-        for (Component k : root.getComponents()) {
-            if (type.isInstance(k)) {
-                return k;
-            }
-            if (k instanceof Container cc) {
-                Component f = findType(cc, type);
-                if (f != null) {
-                    return f;
-                }
-            }
-        }
-        return null;
-    }
-
-    private static JFrame frame(String name) {
-        for (Window w : Window.getWindows()) {
-            if (w instanceof JFrame f && name.equals(f.getName()) && f.isDisplayable()) {
-                return f;
-            }
-        }
-        return null;
-    }
-
-    private static JDialog dialogNamed(String name) {
-        for (Window w : Window.getWindows()) {
-            if (w instanceof JDialog d && name.equals(d.getName()) && d.isShowing()) {
-                return d;
-            }
-        }
-        return null;
-    }
-
-    private static JDialog dialogTitled(String title) {
-        for (Window w : Window.getWindows()) {
-            if (w instanceof JDialog d && title.equals(d.getTitle()) && d.isShowing()
-                    && findType(d, JOptionPane.class) != null) {
-                return d;
-            }
-        }
-        return null;
-    }
-
-    private static <T> T onEdt(Supplier<T> s) {
-        if (SwingUtilities.isEventDispatchThread()) {
-            return s.get();
-        }
-        AtomicReference<T> ref = new AtomicReference<>();
-        try {
-            SwingUtilities.invokeAndWait(() -> ref.set(s.get()));
-        } catch (java.lang.reflect.InvocationTargetException e) {
-            throw new IllegalStateException(e.getCause());
-        } catch (InterruptedException e) {
-            Thread.currentThread().interrupt();
-            throw new IllegalStateException(e);
-        }
-        return ref.get();
-    }
-
-    private static <T> T waitFor(Supplier<T> s, String what) throws Exception {
-        long end = System.currentTimeMillis() + 10_000;
-        while (System.currentTimeMillis() < end) {
-            T v = onEdt(s);
-            if (v != null) {
-                return v;
-            }
-            Thread.sleep(50);
-        }
-        throw new AssertionError("timed out waiting for " + what);
-    }
-
-    /** The screen (every window as it shows) into target/screenshots/NAME.png. */
-    private void screenshot(String name) throws Exception {
-        BufferedImage img;
-        try {
-            Rectangle all = null;
-            for (Window w : onEdt(Window::getWindows)) {
-                if (onEdt(() -> w.isShowing())) {
-                    Rectangle r = onEdt(() -> w.getBounds());
-                    all = all == null ? r : all.union(r);
-                }
-            }
-            all = all == null ? new Rectangle() : all;
-            img = new Robot().createScreenCapture(all.isEmpty() ? new Rectangle(0, 0, 800, 600) : all);
-        } catch (java.awt.AWTException | SecurityException e) {
-            return;
-        }
-        ImageIO.write(img, "png", new File(shots.toFile(), "core-" + name + ".png"));
+    private static void screenshot(String name) throws Exception {
+        Gui.screenshot("core-" + name);
     }
 }

@@ -1,42 +1,27 @@
 package kerova.ui.swing;
 
+import static kerova.ui.swing.Gui.*;
 import static org.assertj.core.api.Assertions.assertThat;
 
 import java.awt.Component;
-import java.awt.Container;
-import java.awt.Rectangle;
-import java.awt.Robot;
-import java.awt.Window;
-import java.awt.image.BufferedImage;
-import java.io.File;
 import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
-import java.nio.file.Paths;
 import java.util.concurrent.TimeUnit;
 import java.util.concurrent.atomic.AtomicReference;
-import java.util.function.Supplier;
-import javax.imageio.ImageIO;
-import javax.swing.AbstractButton;
 import javax.swing.JButton;
 import javax.swing.JDialog;
 import javax.swing.JOptionPane;
 import javax.swing.SwingUtilities;
-import kerova.core.Globals;
-import kerova.core.db.AccessFile;
-import kerova.core.db.CompanyFolder;
 import kerova.core.db.DataControl;
 import kerova.core.db.Database;
 import kerova.core.db.Recordset;
 import kerova.core.form.Forms;
-import kerova.core.form.HeadlessUi;
 import kerova.core.print.Align;
 import kerova.core.print.ListPageForm;
 import kerova.core.print.PageForm;
 import kerova.core.print.PagedList;
-import kerova.core.vb.VbClock;
 import org.junit.jupiter.api.AfterEach;
-import org.junit.jupiter.api.Assumptions;
 import org.junit.jupiter.api.BeforeEach;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.io.TempDir;
@@ -49,16 +34,10 @@ import org.junit.jupiter.api.io.TempDir;
 class PagePreviewGuiTest {
     @TempDir
     Path dir;
-    private Path shots;
 
     @BeforeEach
     void setUp() throws Exception {
-        Assumptions.assumeFalse(java.awt.GraphicsEnvironment.isHeadless(), "needs a display (xvfb-run)");
-        AccessFile.closeAll();
-        CompanyFolder.init(dir, false);
-        AccessFile.setWorkingFolder(dir);
-        Globals.reset();
-        VbClock.reset();
+        openCompany(dir);
         String[][] towns = {
             {"Győr", "Budapest"}, {"Budapest", "Szeged"}, {"Pécs", "Kaposvár"}, {"Őriszentpéter", "Szombathely"},
             {"Hódmezővásárhely", "Békéscsaba"}, {"Székesfehérvár", "Veszprém"}, {"Debrecen", "Nyíregyháza"},
@@ -73,8 +52,6 @@ class PagePreviewGuiTest {
             r.Update();
         }
         r.Close();
-        shots = Paths.get(System.getProperty("kerova.screenshots", "target/screenshots"));
-        Files.createDirectories(shots);
         SwingUtilities.invokeAndWait(() -> {
             SwingApp.setUpLookAndFeel();
             Forms.reset();
@@ -85,14 +62,7 @@ class PagePreviewGuiTest {
     @AfterEach
     void tearDown() throws Exception {
         PagePreview.pdfTarget = f -> null;
-        SwingUtilities.invokeAndWait(() -> {
-            for (Window w : Window.getWindows()) {
-                w.dispose();
-            }
-        });
-        Forms.reset();
-        Forms.setUi(new HeadlessUi());
-        AccessFile.closeAll();
+        closeAll();
     }
 
     @Test
@@ -131,9 +101,9 @@ class PagePreviewGuiTest {
         if (noPrinter) {
             clickNamed(page1, "Command2");
             JDialog box = waitFor(() -> messageBox("FIGYELEM!"), "printer message");
-            assertThat(onEdt(() -> String.valueOf(((JOptionPane) findType(box, JOptionPane.class)).getMessage())))
+            assertThat(messageOf(box))
                     .isEqualTo("A nyomtató nincs készenlétben!");
-            assertThat(onEdt(() -> ((JOptionPane) findType(box, JOptionPane.class)).getMessageType()))
+            assertThat(messageTypeOf(box))
                     .isEqualTo(JOptionPane.PLAIN_MESSAGE);
             assertThat(onEdt(() -> find(page1, "Command1").isVisible())).isFalse(); // hidden during the print
             Thread.sleep(300);
@@ -151,7 +121,7 @@ class PagePreviewGuiTest {
         clickNamed(page1, "PdfMentes");
         waitFor(() -> Files.isRegularFile(pdf) && pdf.toFile().length() > 1000 ? pdf : null, "pdf written");
         Thread.sleep(300);
-        if (PdfExportTest.has("pdftotext")) {
+        if (hasTool("pdftotext")) {
             Process p = new ProcessBuilder("pdftotext", "-layout", "-enc", "UTF-8", pdf.toString(), "-").start();
             String text = new String(p.getInputStream().readAllBytes(), StandardCharsets.UTF_8);
             assertThat(p.waitFor(30, TimeUnit.SECONDS)).isTrue();
@@ -176,127 +146,5 @@ class PagePreviewGuiTest {
         assertThat(PageForm.PrintCancelled).isEqualTo((short) 1);
         assertThat(onEdt(() -> dialogNamed("UttavNyomFormX"))).isNull();
         assertThat(onEdt(() -> tav.Recordset().get("Honnan"))).isEqualTo("Győr");
-    }
-
-    // ---------------------------------------------------------------- helpers
-
-    private static void clickNamed(Container c, String name) {
-        AbstractButton b = onEdt(() -> (AbstractButton) find(c, name));
-        assertThat(b).as("button " + name).isNotNull();
-        SwingUtilities.invokeLater(b::doClick);
-    }
-
-    private static void clickText(Container c, String text) {
-        AbstractButton b = onEdt(() -> findText(c, text));
-        assertThat(b).as("button " + text).isNotNull();
-        SwingUtilities.invokeLater(b::doClick);
-    }
-
-    private static AbstractButton findText(Container c, String text) {
-        for (Component k : c.getComponents()) {
-            if (k instanceof AbstractButton b && text.equals(b.getText())) {
-                return b;
-            }
-            if (k instanceof Container cc) {
-                AbstractButton b = findText(cc, text);
-                if (b != null) {
-                    return b;
-                }
-            }
-        }
-        return null;
-    }
-
-    private static Component find(Container root, String name) {
-        if (name.equals(root.getName())) {
-            return root;
-        }
-        for (Component k : root.getComponents()) {
-            if (name.equals(k.getName())) {
-                return k;
-            }
-            if (k instanceof Container cc) {
-                Component f = find(cc, name);
-                if (f != null) {
-                    return f;
-                }
-            }
-        }
-        return null;
-    }
-
-    private static Component findType(Container root, Class<?> type) {
-        for (Component k : root.getComponents()) {
-            if (type.isInstance(k)) {
-                return k;
-            }
-            if (k instanceof Container cc) {
-                Component f = findType(cc, type);
-                if (f != null) {
-                    return f;
-                }
-            }
-        }
-        return null;
-    }
-
-    private static JDialog dialogNamed(String name) {
-        for (Window w : Window.getWindows()) {
-            if (w instanceof JDialog d && name.equals(d.getName()) && d.isShowing()) {
-                return d;
-            }
-        }
-        return null;
-    }
-
-    private static JDialog messageBox(String title) {
-        for (Window w : Window.getWindows()) {
-            if (w instanceof JDialog d && title.equals(d.getTitle()) && d.isShowing()
-                    && findType(d, JOptionPane.class) != null) {
-                return d;
-            }
-        }
-        return null;
-    }
-
-    private static <T> T onEdt(Supplier<T> s) {
-        if (SwingUtilities.isEventDispatchThread()) {
-            return s.get();
-        }
-        AtomicReference<T> ref = new AtomicReference<>();
-        try {
-            SwingUtilities.invokeAndWait(() -> ref.set(s.get()));
-        } catch (java.lang.reflect.InvocationTargetException e) {
-            throw new IllegalStateException(e.getCause());
-        } catch (InterruptedException e) {
-            Thread.currentThread().interrupt();
-            throw new IllegalStateException(e);
-        }
-        return ref.get();
-    }
-
-    private static <T> T waitFor(Supplier<T> s, String what) throws Exception {
-        long end = System.currentTimeMillis() + 10_000;
-        while (System.currentTimeMillis() < end) {
-            T v = onEdt(s);
-            if (v != null) {
-                return v;
-            }
-            Thread.sleep(50);
-        }
-        throw new AssertionError("timed out waiting for " + what);
-    }
-
-    /** The showing windows into target/screenshots/NAME.png. */
-    private void screenshot(String name) throws Exception {
-        Rectangle all = null;
-        for (Window w : onEdt(Window::getWindows)) {
-            if (onEdt(w::isShowing)) {
-                Rectangle b = onEdt(w::getBounds);
-                all = all == null ? b : all.union(b);
-            }
-        }
-        BufferedImage img = new Robot().createScreenCapture(all == null ? new Rectangle(0, 0, 800, 600) : all);
-        ImageIO.write(img, "png", new File(shots.toFile(), name + ".png"));
     }
 }

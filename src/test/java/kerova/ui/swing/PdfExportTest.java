@@ -9,7 +9,6 @@ import java.nio.file.Path;
 import java.nio.file.Paths;
 import java.util.ArrayList;
 import java.util.List;
-import java.util.concurrent.TimeUnit;
 import javax.imageio.ImageIO;
 import kerova.core.print.Align;
 import kerova.core.print.ListPageForm;
@@ -37,24 +36,6 @@ class PdfExportTest {
         VbClock.reset();
     }
 
-    static boolean has(String tool) {
-        try {
-            Process p = new ProcessBuilder(tool, "-v").redirectErrorStream(true).start();
-            p.getInputStream().readAllBytes();
-            return p.waitFor(20, TimeUnit.SECONDS);
-        } catch (Exception e) {
-            return false;
-        }
-    }
-
-    static String run(Path workDir, String... cmd) throws Exception {
-        Process p = new ProcessBuilder(cmd).directory(workDir.toFile()).redirectErrorStream(true).start();
-        String out = new String(p.getInputStream().readAllBytes(), StandardCharsets.UTF_8);
-        assertThat(p.waitFor(60, TimeUnit.SECONDS)).isTrue();
-        assertThat(p.exitValue()).as(String.join(" ", cmd) + ": " + out).isZero();
-        return out;
-    }
-
     /** A list page as Part 1.4 shows it, with Hungarian texts in title, heads and rows. */
     static Page samplePage() {
         VbClock.setFixed(java.time.LocalDateTime.of(2026, 11, 23, 10, 0));
@@ -73,7 +54,7 @@ class PdfExportTest {
 
     @Test
     void hungarianLettersSurviveInThePdf() throws Exception {
-        Assumptions.assumeTrue(has("pdftotext") && has("pdftoppm"), "poppler-utils (installed by .ci/run)");
+        Assumptions.assumeTrue(Gui.hasTool("pdftotext") && Gui.hasTool("pdftoppm"), "poppler-utils (installed by .ci/run)");
         Path pdf = dir.resolve("lap.pdf");
         Page page = samplePage();
 
@@ -81,21 +62,21 @@ class PdfExportTest {
 
         byte[] bytes = Files.readAllBytes(pdf);
         assertThat(new String(bytes, 0, 5, StandardCharsets.ISO_8859_1)).isEqualTo("%PDF-");
-        String text = run(dir, "pdftotext", "-layout", "-enc", "UTF-8", pdf.toString(), "-");
+        String text = Gui.runTool(dir, "pdftotext", "-layout", "-enc", "UTF-8", pdf.toString(), "-");
         assertThat(text).contains(HUNGARIAN, "Hódmezővásárhely", "Őriszentpéter", "ÁÉÍÓÖŐÚÜŰ", "Félkövér: ŐŰ őű",
                 "TÁVOLSÁG (KM):", "Kiadva: 2026.11.23.", "1. oldal");
         // pdftotext's layout joins the letter-spaced title; the letters are all there
         assertThat(text.replace(" ", "")).contains("TÁVOLSÁGOK");
-        String info = run(dir, "pdfinfo", pdf.toString());
+        String info = Gui.runTool(dir, "pdfinfo", pdf.toString());
         assertThat(info).containsPattern("Pages:\\s+2");
         assertThat(info).contains("595.28 x 841.89 pts");
-        String fonts = run(dir, "pdffonts", pdf.toString());
+        String fonts = Gui.runTool(dir, "pdffonts", pdf.toString());
         assertThat(fonts).contains("DejaVuSans").contains("Identity-H");
 
         Path shots = Paths.get(System.getProperty("kerova.screenshots", "target/screenshots"));
         Files.createDirectories(shots);
         Path prefix = shots.toAbsolutePath().resolve("pdf-page");
-        run(dir, "pdftoppm", "-png", "-r", "60", "-f", "1", "-l", "1", "-singlefile", pdf.toString(), prefix.toString());
+        Gui.runTool(dir, "pdftoppm", "-png", "-r", "60", "-f", "1", "-l", "1", "-singlefile", pdf.toString(), prefix.toString());
         BufferedImage img = ImageIO.read(prefix.resolveSibling("pdf-page.png").toFile());
         assertThat(img.getWidth()).isBetween(490, 500); // 8.27 in at 60 dpi
         // ink where the first row stands, paper elsewhere
@@ -105,7 +86,7 @@ class PdfExportTest {
 
     @Test
     void aSheetPageOfSixteenLinesFitsThePaper() throws Exception {
-        Assumptions.assumeTrue(has("pdftotext") && has("pdftoppm"), "poppler-utils (installed by .ci/run)");
+        Assumptions.assumeTrue(Gui.hasTool("pdftotext") && Gui.hasTool("pdftoppm"), "poppler-utils (installed by .ci/run)");
         VbClock.setFixed(java.time.LocalDateTime.of(2026, 11, 23, 10, 0));
         kerova.core.print.SheetPageForm f = new kerova.core.print.SheetPageForm("GKTorzsNyomFormX", "Adatlap", "", 16);
         f.startPage(1);
@@ -115,12 +96,12 @@ class PdfExportTest {
         }
         Path pdf = dir.resolve("lap.pdf");
         PdfExport.write(List.of(f.page()), pdf);
-        String text = run(dir, "pdftotext", "-layout", "-enc", "UTF-8", pdf.toString(), "-");
+        String text = Gui.runTool(dir, "pdftotext", "-layout", "-enc", "UTF-8", pdf.toString(), "-");
         assertThat(text).contains("Sor 1 szövege: KŐB-112", "Zöld kártya lajárat (környezetvédelmi) dátuma: 2026.11.23.",
                 "Sor 16 szövege: ", "Kiadva: 2026.11.23.");
         Path shots = Paths.get(System.getProperty("kerova.screenshots", "target/screenshots"));
         Files.createDirectories(shots);
-        run(dir, "pdftoppm", "-png", "-r", "60", "-singlefile", pdf.toString(),
+        Gui.runTool(dir, "pdftoppm", "-png", "-r", "60", "-singlefile", pdf.toString(),
                 shots.toAbsolutePath().resolve("pdf-sheet").toString());
     }
 
