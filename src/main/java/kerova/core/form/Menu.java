@@ -4,24 +4,13 @@ import java.util.ArrayList;
 import java.util.List;
 
 /** A menu entry (top-level menu or item): Caption with "&amp;" for the mnemonic, Checked, Click. */
-public class Menu extends Control {
-    private String caption;
+public class Menu extends CaptionedControl {
     private boolean checked;
     final List<Menu> items = new ArrayList<>();
     Menu parent;
 
     public Menu(String name, String caption) {
-        super(name);
-        this.caption = caption == null ? "" : caption;
-    }
-
-    public String Caption() {
-        return caption;
-    }
-
-    public void setCaption(String c) {
-        caption = c == null ? "" : c;
-        changed("Caption");
+        super(name, caption);
     }
 
     public boolean Checked() {
