@@ -5,7 +5,7 @@ import kerova.core.vb.VbConst;
 
 /** VB's ComboBox: a text box with a list. Click fires when the user picks an item (or ListIndex is set). */
 public class ComboBox extends TextBox {
-    private final ListControl list = new ListControl();
+    private final ListControl list = new ListControl(this::changed);
 
     public ComboBox(String name) {
         super(name);
@@ -13,37 +13,32 @@ public class ComboBox extends TextBox {
     }
 
     public void AddItem(String item) {
-        list.add(item == null ? "" : item, -1);
-        changed("List");
+        list.add(item, -1);
     }
 
     public void AddItem(String item, int index) {
-        list.add(item == null ? "" : item, index);
-        changed("List");
+        list.add(item, index);
     }
 
     public void RemoveItem(int index) {
         list.remove(index);
-        changed("List");
     }
 
     public void Clear() {
-        list.items.clear();
-        list.listIndex = -1;
-        changed("List");
+        list.clear();
         setText("");
     }
 
     public int ListCount() {
-        return list.items.size();
+        return list.count();
     }
 
     public String List(int index) {
-        return list.items.get(index);
+        return list.get(index);
     }
 
     public List<String> items() {
-        return List.copyOf(list.items);
+        return list.copy();
     }
 
     public int ListIndex() {
@@ -52,13 +47,11 @@ public class ComboBox extends TextBox {
 
     /** Selects an item: its text becomes Text, then Click. -1 clears the selection. */
     public void setListIndex(int index) {
-        if (index < -1 || index >= list.items.size()) {
-            throw new kerova.core.vb.VbException(380, "Invalid property value");
-        }
+        list.checkIndex(index);
         list.listIndex = index;
         changed("ListIndex");
         if (index >= 0) {
-            setText(list.items.get(index));
+            setText(list.get(index));
         }
         fireClick();
     }

@@ -4,42 +4,38 @@ import java.util.List;
 
 /** VB's ListBox: items, ListIndex, Click and DblClick. */
 public class ListBox extends Control {
-    private final ListControl list = new ListControl();
+    private final ListControl list = new ListControl(this::changed);
 
     public ListBox(String name) {
         super(name, kerova.core.vb.VbConst.vbWindowBackground);
     }
 
     public void AddItem(String item) {
-        list.add(item == null ? "" : item, -1);
-        changed("List");
+        list.add(item, -1);
     }
 
     public void RemoveItem(int index) {
         list.remove(index);
-        changed("List");
     }
 
     public void Clear() {
-        list.items.clear();
-        list.listIndex = -1;
-        changed("List");
+        list.clear();
     }
 
     public int ListCount() {
-        return list.items.size();
+        return list.count();
     }
 
     public String List(int index) {
-        return list.items.get(index);
+        return list.get(index);
     }
 
     public List<String> items() {
-        return List.copyOf(list.items);
+        return list.copy();
     }
 
     public String Text() {
-        return list.listIndex < 0 ? "" : list.items.get(list.listIndex);
+        return list.listIndex < 0 ? "" : list.get(list.listIndex);
     }
 
     public int ListIndex() {
@@ -47,9 +43,7 @@ public class ListBox extends Control {
     }
 
     public void setListIndex(int index) {
-        if (index < -1 || index >= list.items.size()) {
-            throw new kerova.core.vb.VbException(380, "Invalid property value");
-        }
+        list.checkIndex(index);
         if (list.listIndex != index) {
             list.listIndex = index;
             changed("ListIndex");
