@@ -426,6 +426,26 @@ public final class Conv {
     }
 
     /**
+     * The exact value of a whole number (a Byte as unsigned, a Short, Integer, Long or BigInteger) or of a
+     * Boolean (True as -1); null for any other value.
+     */
+    static BigDecimal wholeValue(Object v) {
+        if (v instanceof Byte b) {
+            return BigDecimal.valueOf(Byte.toUnsignedInt(b));
+        }
+        if (v instanceof Short || v instanceof Integer || v instanceof Long) {
+            return BigDecimal.valueOf(((Number) v).longValue());
+        }
+        if (v instanceof BigInteger bi) {
+            return new BigDecimal(bi);
+        }
+        if (v instanceof Boolean b) {
+            return b ? BigDecimal.ONE.negate() : BigDecimal.ZERO;
+        }
+        return null;
+    }
+
+    /**
      * The exact numeric value of a variant, as the numeric conversions see it: a number as it is, a text
      * read under the Hungarian locale, True as -1, a date as its OLE Automation number.
      */
@@ -443,20 +463,12 @@ public final class Conv {
             }
             return new BigDecimal(d);
         }
-        if (v instanceof Byte b) {
-            return BigDecimal.valueOf(Byte.toUnsignedInt(b));
-        }
-        if (v instanceof Short || v instanceof Integer || v instanceof Long) {
-            return BigDecimal.valueOf(((Number) v).longValue());
-        }
-        if (v instanceof BigInteger bi) {
-            return new BigDecimal(bi);
+        BigDecimal whole = wholeValue(v);
+        if (whole != null) {
+            return whole;
         }
         if (v instanceof Number n) {
             return exactValue(n.doubleValue());
-        }
-        if (v instanceof Boolean b) {
-            return b ? BigDecimal.ONE.negate() : BigDecimal.ZERO;
         }
         if (v instanceof String || v instanceof Character) {
             BigDecimal bd = parseNumber(v.toString());

@@ -1,7 +1,6 @@
 package kerova.core.vb;
 
 import java.math.BigDecimal;
-import java.math.BigInteger;
 import java.math.MathContext;
 import java.math.RoundingMode;
 import java.time.LocalDate;
@@ -171,17 +170,9 @@ public final class VbFormat {
             checkFinite(f);
             return f == 0 ? BigDecimal.ZERO : new BigDecimal(f).round(SINGLE_DIGITS);
         }
-        if (v instanceof Byte b) {
-            return BigDecimal.valueOf(Byte.toUnsignedInt(b));
-        }
-        if (v instanceof Short || v instanceof Integer || v instanceof Long) {
-            return BigDecimal.valueOf(((Number) v).longValue());
-        }
-        if (v instanceof BigInteger bi) {
-            return new BigDecimal(bi);
-        }
-        if (v instanceof Boolean b) {
-            return b ? BigDecimal.ONE.negate() : BigDecimal.ZERO;
+        BigDecimal whole = Conv.wholeValue(v);
+        if (whole != null) {
+            return whole;
         }
         if (v instanceof LocalDateTime d) {
             return exact(Conv.toOADate(d));
