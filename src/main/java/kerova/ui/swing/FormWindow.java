@@ -55,17 +55,7 @@ public final class FormWindow implements FormObserver {
                 ((JDialog) window).setJMenuBar(bar);
             }
         }
-        window.addWindowListener(new WindowAdapter() {
-            @Override
-            public void windowClosing(WindowEvent e) {
-                form.closeBox();
-            }
-
-            @Override
-            public void windowOpened(WindowEvent e) {
-                runShown();
-            }
-        });
+        listen(window, form, this::runShown);
         window.addComponentListener(new java.awt.event.ComponentAdapter() {
             @Override
             public void componentResized(java.awt.event.ComponentEvent e) {
@@ -93,6 +83,21 @@ public final class FormWindow implements FormObserver {
 
     boolean isModal() {
         return modal;
+    }
+
+    /** The close box to the form's closeBox (Form_QueryUnload), and {@code shown} once the window opens. */
+    static void listen(Window window, Form form, Runnable shown) {
+        window.addWindowListener(new WindowAdapter() {
+            @Override
+            public void windowClosing(WindowEvent e) {
+                form.closeBox();
+            }
+
+            @Override
+            public void windowOpened(WindowEvent e) {
+                shown.run();
+            }
+        });
     }
 
     private void runShown() {

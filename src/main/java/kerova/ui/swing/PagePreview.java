@@ -11,8 +11,6 @@ import java.awt.GraphicsEnvironment;
 import java.awt.GridBagLayout;
 import java.awt.Rectangle;
 import java.awt.Window;
-import java.awt.event.WindowAdapter;
-import java.awt.event.WindowEvent;
 import java.awt.geom.AffineTransform;
 import java.awt.geom.Rectangle2D;
 import java.awt.print.PrinterException;
@@ -103,17 +101,7 @@ public final class PagePreview implements FormObserver {
         content.add(bar, BorderLayout.SOUTH);
         dialog.setContentPane(content);
         dialog.getRootPane().setDefaultButton(buttons.get(form.Command1));
-        dialog.addWindowListener(new WindowAdapter() {
-            @Override
-            public void windowClosing(WindowEvent e) {
-                form.closeBox();
-            }
-
-            @Override
-            public void windowOpened(WindowEvent e) {
-                runShown();
-            }
-        });
+        FormWindow.listen(dialog, form, this::runShown);
         dialog.pack();
         Rectangle screen = GraphicsEnvironment.getLocalGraphicsEnvironment().getMaximumWindowBounds();
         Dimension d = dialog.getSize();
