@@ -258,14 +258,7 @@ public class KerovaX extends RecordForm {
 
         // 7: the paths
         if (count(PathData) > 0) {
-            Recordset pd = rs(PathData);
-            Err.resume(pd::MoveFirst);
-            Err.resume(pd::MoveLast);
-            Err.resume(() -> Globals.InterfacePathValue = Funcs.nullToText(pd.Fields("InterfacePath").Value()));
-            Err.resume(() -> Globals.PolcrakPathValue = Funcs.nullToText(pd.Fields("PolcrakPath").Value()));
-            Err.resume(() -> Globals.FogastorPathValue = Funcs.nullToText(pd.Fields("FogastorPath").Value()));
-            Err.resume(() -> Globals.BizonylaPathValue = Funcs.nullToText(pd.Fields("BizonylaNextPath").Value()));
-            Err.Clear();
+            readPaths(rs(PathData));
         }
 
         // 8: the warned vehicles
@@ -418,5 +411,19 @@ public class KerovaX extends RecordForm {
     @Override
     protected void exitHandler() {
         Kilepes_Click();
+    }
+
+    /**
+     * The four paths of the last row of the Path table into the globals, each under On Error Resume Next,
+     * then Err.Clear (Form_Load here, and the saving of ParameterFormX).
+     */
+    static void readPaths(Recordset pd) {
+        Err.resume(pd::MoveFirst);
+        Err.resume(pd::MoveLast);
+        Err.resume(() -> Globals.InterfacePathValue = Funcs.nullToText(pd.Fields("InterfacePath").Value()));
+        Err.resume(() -> Globals.PolcrakPathValue = Funcs.nullToText(pd.Fields("PolcrakPath").Value()));
+        Err.resume(() -> Globals.FogastorPathValue = Funcs.nullToText(pd.Fields("FogastorPath").Value()));
+        Err.resume(() -> Globals.BizonylaPathValue = Funcs.nullToText(pd.Fields("BizonylaNextPath").Value()));
+        Err.Clear();
     }
 }

@@ -175,14 +175,7 @@ public class ParameterFormX extends RecordForm {
             Err.Clear();
             // 3: the paths, in the program's order
             if (count(PathData) > 0) {
-                Recordset pd = rs(PathData);
-                Err.resume(pd::MoveFirst);
-                Err.resume(pd::MoveLast);
-                Err.resume(() -> Globals.InterfacePathValue = Funcs.nullToText(pd.Fields("InterfacePath").Value()));
-                Err.resume(() -> Globals.PolcrakPathValue = Funcs.nullToText(pd.Fields("PolcrakPath").Value()));
-                Err.resume(() -> Globals.FogastorPathValue = Funcs.nullToText(pd.Fields("FogastorPath").Value()));
-                Err.resume(() -> Globals.BizonylaPathValue = Funcs.nullToText(pd.Fields("BizonylaNextPath").Value()));
-                Err.Clear();
+                KerovaX.readPaths(rs(PathData));
             }
             // 4: the allowance (a null Napidíj fails the assignment; the error is cleared)
             if (count(EgyebData) > 0) {
