@@ -73,8 +73,7 @@ public class KerovaForm extends RecordForm {
     }
 
     void Kilepes_Click() {
-        CloseGuard = false;
-        Unload();
+        unloadUnguarded();
     }
 
     @Override

@@ -171,6 +171,12 @@ public abstract class Form {
         Unload();
     }
 
+    /** A plain "Kilépés": CloseGuard off, so that the close box no longer asks, then Unload. */
+    protected void unloadUnguarded() {
+        CloseGuard = false;
+        Unload();
+    }
+
     // ---- runtime ----
 
     /** Loads the form without showing it (Initialize once, then Load). */

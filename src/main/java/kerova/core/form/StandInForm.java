@@ -17,8 +17,7 @@ public class StandInForm extends Form {
     }
 
     void Kilepes_Click() {
-        CloseGuard = false;
-        Unload();
+        unloadUnguarded();
     }
 
     @Override
