@@ -486,6 +486,26 @@ class Part2_2Test extends FormTestBase {
     }
 
     @Test
+    void megseOnTheFirstSheetLeavesTheNextVehicleUntouched() {
+        // "with MoveNext between": the next vehicle is not reached before the sheet was answered,
+        // so the vehicle form's warning check never runs on it
+        Globals.WarnInspectionDays = 10;
+        vehicle(1, "AAA-111", "GkTipus", "Opel", "MuszakiVizsgaDatum", LocalDateTime.of(2027, 6, 30, 0, 0));
+        vehicle(2, "BBB-222", "GkTipus", "Fiat", "MuszakiVizsgaDatum", LocalDateTime.of(2025, 1, 2, 0, 0));
+        vehicle(3, "CCC-333", "GkTipus", "Rába", "MuszakiVizsgaDatum", LocalDateTime.of(2027, 6, 30, 0, 0));
+        GKTorzsFormX form = openVehicles();
+        form.DBGrid1.selectRow(0);
+        assertThat(form.Text1.Text()).isEqualTo("AAA-111");
+        onSheet(form.JarmuvekData, "Command3");
+
+        form.Command7.fireClick();
+
+        assertThat(platesShown()).containsExactly("Forgalmi rendszám: AAA-111");
+        assertThat(form.Text1.Text()).isEqualTo("CCC-333");
+        assertThat(column("Kerova.dsb", "Jarmuvek", "Figyelmeztetés").get(1)).isNotEqualTo(Boolean.TRUE);
+    }
+
+    @Test
     void theInspectionPrintOfTheVehicleFormRestoresItsSourceAndGrid() {
         Globals.WarnInspectionDays = 10;
         vehicle(1, "OLD-025", "GkTipus", "Opel", "MuszakiVizsgaDatum", LocalDateTime.of(2025, 1, 2, 0, 0));

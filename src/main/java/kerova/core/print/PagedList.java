@@ -76,6 +76,8 @@ public final class PagedList<F extends PageForm> {
     private PageStart<F> pageStart = PageForm::startPage;
     private boolean fromCurrent;
     private boolean currentOnly;
+    /** One record a page (Part 2.2): the move to the next record comes after the sheet was seen. */
+    private boolean sheetPerRecord;
     private boolean beepWhenEmpty;
     private End end = End.STAY;
     private int pagesShown;
@@ -109,7 +111,9 @@ public final class PagedList<F extends PageForm> {
     /** A sheet per record (Part 1.4, Part 2.2): one record a page, filled by {@code sheet}. */
     public static PagedList<SheetPageForm> sheets(SheetPageForm form, Recordset rs,
             BiConsumer<SheetPageForm, Recordset> sheet) {
-        return new PagedList<>(form, rs).rowsPerPage(1).row((f, line, r) -> sheet.accept(f, r));
+        PagedList<SheetPageForm> list = new PagedList<>(form, rs).rowsPerPage(1).row((f, line, r) -> sheet.accept(f, r));
+        list.sheetPerRecord = true;
+        return list;
     }
 
     public PagedList<F> row(RowFill<F> fill) {
@@ -181,7 +185,7 @@ public final class PagedList<F extends PageForm> {
             form.Load();
             Forms.hourglass();
             pageStart.start(form, page);
-            if (currentOnly) {
+            if (currentOnly || sheetPerRecord) {
                 fillLine(1);
             } else {
                 int line = 1;
@@ -200,6 +204,10 @@ public final class PagedList<F extends PageForm> {
             }
             if (currentOnly) {
                 break;
+            }
+            if (sheetPerRecord) {
+                // Part 2.2: "with MoveNext between": "Mégse" stops before the next record is reached
+                rs.MoveNext();
             }
             page++;
         }
