@@ -17,7 +17,6 @@ import kerova.core.db.Database;
 import kerova.core.db.Recordset;
 import kerova.core.form.Forms;
 import kerova.core.vb.VbClock;
-import kerova.ui.swing.SwingApp;
 import org.junit.jupiter.api.AfterEach;
 import org.junit.jupiter.api.BeforeEach;
 import org.junit.jupiter.api.Test;
@@ -50,9 +49,7 @@ class VehicleGuiTest {
 
     @Test
     void openSearchAndNewRecordFromTheMainMenu() throws Exception {
-        SwingApp.start(dir, exits::incrementAndGet);
-        JFrame main = waitFor(() -> frame("KerovaX"), "main window");
-        waitFor(() -> main.isShowing() ? main : null, "main showing");
+        JFrame main = startMain(dir, exits::incrementAndGet);
         clickMenu(main.getJMenuBar(), "Gepkocsik");
         JDialog form = waitFor(() -> dialogNamed("GKTorzsFormX"), "vehicle form");
         assertThat(onEdt(form::getTitle)).isEqualTo("Járművek nyilvántartása törzs Tartosan és Kerova");

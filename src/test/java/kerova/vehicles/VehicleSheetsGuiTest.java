@@ -20,7 +20,6 @@ import kerova.core.form.Forms;
 import kerova.core.print.PageForm;
 import kerova.core.vb.VbClock;
 import kerova.ui.swing.PdfExport;
-import kerova.ui.swing.SwingApp;
 import org.junit.jupiter.api.AfterEach;
 import org.junit.jupiter.api.BeforeEach;
 import org.junit.jupiter.api.Test;
@@ -64,9 +63,7 @@ class VehicleSheetsGuiTest {
 
     @Test
     void sheetPreviewFromTheVehicleForm() throws Exception {
-        SwingApp.start(dir, exits::incrementAndGet);
-        JFrame main = waitFor(() -> frame("KerovaX"), "main window");
-        waitFor(() -> main.isShowing() ? main : null, "main showing");
+        JFrame main = startMain(dir, exits::incrementAndGet);
         clickMenu(main.getJMenuBar(), "Gepkocsik");
         JDialog form = waitFor(() -> dialogNamed("GKTorzsFormX"), "vehicle form");
         JTextComponent text1 = (JTextComponent) find(form, "Text1");

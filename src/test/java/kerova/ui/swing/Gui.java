@@ -87,6 +87,25 @@ public final class Gui {
         r.Close();
     }
 
+    /** A new row in {@code table} of {@code db}, from the values of its fields in order. */
+    public static void insertValues(String db, String table, Object... values) {
+        Recordset r = Database.open(db).OpenRecordset(table);
+        r.AddNew();
+        for (int i = 0; i < values.length; i++) {
+            r.Fields(i).setValue(values[i]);
+        }
+        r.Update();
+        r.Close();
+    }
+
+    /** Starts the program on {@code dir} and waits for its main window (KerovaX) to show. */
+    public static JFrame startMain(Path dir, Runnable exit) throws Exception {
+        SwingApp.start(dir, exit);
+        JFrame main = waitFor(() -> frame("KerovaX"), "main window");
+        waitFor(() -> main.isShowing() ? main : null, "main showing");
+        return main;
+    }
+
     // ---------------------------------------------------------------- the event thread and waiting
 
     /** {@code s} on the event dispatch thread, and its value. */

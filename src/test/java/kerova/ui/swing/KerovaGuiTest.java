@@ -37,14 +37,7 @@ class KerovaGuiTest {
         openCompany(dir);
         LocalDateTime today = VbClock.today();
         insert("Torzsek.dsb", "Bettorzs", "UzNev", "Kerekes Fuvarozó Kft.");
-        Recordset p = Database.open("Torzsek.dsb").OpenRecordset("VizsgaFigyelmeztetoNap");
-        p.AddNew();
-        int[] v = {15, 0, 0, 0, 0, 10000, 15000, 20000, 60000, 90000};
-        for (int i = 0; i < v.length; i++) {
-            p.Fields(i).setValue(v[i]);
-        }
-        p.Update();
-        p.Close();
+        insertValues("Torzsek.dsb", "VizsgaFigyelmeztetoNap", 15, 0, 0, 0, 0, 10000, 15000, 20000, 60000, 90000);
         insert("parameter.dsb", "Egyebek", "Napidíj", 4500.0, "NapidíjDevizanem", "Ft");
         insert("parameter.dsb", "MennyisegiEgyseg", "MennyiségiEgység", "tonna", "Állandó", true);
         insert("Kerova.dsb", "Jarmuvek", "recordID", 1, "GkFrsz", "KŐB-112", "GkTipus", "Rába H18",
