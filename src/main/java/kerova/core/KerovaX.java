@@ -274,7 +274,10 @@ public class KerovaX extends RecordForm {
         }
         Err.Clear();
 
-        // 9: the fixed unit
+        // 9: the fixed unit; the query runs again at each activation (Part 1.5: "the main form's
+        // query ... sets it again at its next activation")
+        Err.resume(MennyEgysData::Refresh);
+        Err.Clear();
         if (count(MennyEgysData) > 0) {
             Err.resume(() -> rs(MennyEgysData).MoveFirst());
             Globals.FixedUnit = Funcs.nullToText(Label14.Caption());

@@ -75,6 +75,25 @@ class Part1_5Test extends FormTestBase {
     }
 
     @Test
+    void theMainFormsQueryRunsAgainSoAnotherFixedUnitShowsOnReturn() {
+        insert("parameter.dsb", "MennyisegiEgyseg", "MennyiségiEgység", "db", "Állandó", true);
+        insert("parameter.dsb", "MennyisegiEgyseg", "MennyiségiEgység", "tonna", "Állandó", false);
+        KerovaX main = startMain();
+        assertThat(Globals.FixedUnit).isEqualTo("db");
+        ui.whenShown("ParameterFormX", f -> {
+            ParameterFormX p = (ParameterFormX) f;
+            p.Check1.setValue(0); // "db" no longer fixed
+            p.DBGrid3.selectRow(1);
+            p.Check1.setValue(1); // "tonna" fixed instead
+            p.Command3.fireClick();
+        });
+        main.ParameterAdat.fireClick();
+        assertThat(column("parameter.dsb", "MennyisegiEgyseg", "Állandó")).containsExactly(false, true);
+        assertThat(Globals.FixedUnit).isEqualTo("tonna");
+        assertThat(main.Label14.Caption()).isEqualTo("tonna");
+    }
+
+    @Test
     void aTickedCurrentUnitBecomesFixedUnit() {
         insert("parameter.dsb", "MennyisegiEgyseg", "MennyiségiEgység", "db", "Állandó", false);
         insert("parameter.dsb", "MennyisegiEgyseg", "MennyiségiEgység", "tonna", "Állandó", true);

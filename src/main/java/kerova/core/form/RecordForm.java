@@ -33,6 +33,8 @@ public abstract class RecordForm extends Form {
     public static final String PRINTER_NOT_READY = "A nyomtató nincs készenlétben!";
     /** Style and title of the two print messages (the spec gives only the texts; ours). */
     public static final int PRINT_MESSAGE_STYLE = VbConst.vbExclamation;
+    /** Part 1.4 step 3: the printer message is a plain box. */
+    public static final int PRINTER_NOT_READY_STYLE = VbConst.vbOKOnly;
     public static final String PRINT_MESSAGE_TITLE = "FIGYELEM!";
 
     /** The quick search's last hit. */
@@ -549,7 +551,7 @@ public abstract class RecordForm extends Form {
         if (!Forms.ui().printerReady()) {
             Forms.arrow();
             Forms.Beep();
-            Forms.MsgBox(PRINTER_NOT_READY, PRINT_MESSAGE_STYLE, PRINT_MESSAGE_TITLE);
+            Forms.MsgBox(PRINTER_NOT_READY, PRINTER_NOT_READY_STYLE, PRINT_MESSAGE_TITLE);
             return false;
         }
         return true;

@@ -33,8 +33,8 @@ public class PageForm extends Form {
     public static final String MEGSE = "Mégse";
     public static final String PDF_MENTES = "PDF mentés...";
     /** Title of the printer message: "FIGYELEM!", a plain box (Part 1.4, step 3). */
-    public static final String PRINTER_TITLE = "FIGYELEM!";
-    public static final int PRINTER_STYLE = VbConst.vbOKOnly;
+    public static final String PRINTER_TITLE = RecordForm.PRINT_MESSAGE_TITLE;
+    public static final int PRINTER_STYLE = RecordForm.PRINTER_NOT_READY_STYLE;
 
     /** Paper margins of the layouts in core.print, in points (about 17.6 mm). */
     public static final double MARGIN = 50;

@@ -355,7 +355,7 @@ class Part1_3Test extends FormTestBase {
         vehicle(1, "AAA111", "Opel");
         open();
         form.Nyomtat.fireClick();
-        assertThat(ui.messages).containsExactly(msg("A nyomtató nincs készenlétben!", 48, "FIGYELEM!"));
+        assertThat(ui.messages).containsExactly(msg("A nyomtató nincs készenlétben!", 0, "FIGYELEM!"));
         ui.clear();
         ui.printerReady = true;
         form.Nyomtat.fireClick();
