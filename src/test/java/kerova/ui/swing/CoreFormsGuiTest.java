@@ -1,5 +1,6 @@
 package kerova.ui.swing;
 
+import static kerova.core.form.FormTestBase.insert;
 import static kerova.ui.swing.Gui.*;
 import static org.assertj.core.api.Assertions.assertThat;
 

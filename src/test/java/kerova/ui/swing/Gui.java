@@ -19,6 +19,7 @@ import java.util.ArrayList;
 import java.util.List;
 import java.util.concurrent.TimeUnit;
 import java.util.concurrent.atomic.AtomicReference;
+import java.util.function.Predicate;
 import java.util.function.Supplier;
 import javax.imageio.ImageIO;
 import javax.swing.AbstractButton;
@@ -74,17 +75,6 @@ public final class Gui {
         Forms.reset();
         Forms.setUi(new HeadlessUi());
         AccessFile.closeAll();
-    }
-
-    /** A new row in {@code table} of {@code db}, from field name and value pairs. */
-    public static void insert(String db, String table, Object... pairs) {
-        Recordset r = Database.open(db).OpenRecordset(table);
-        r.AddNew();
-        for (int i = 0; i < pairs.length; i += 2) {
-            r.set((String) pairs[i], pairs[i + 1]);
-        }
-        r.Update();
-        r.Close();
     }
 
     /** A new row in {@code table} of {@code db}, from the values of its fields in order. */
@@ -173,29 +163,23 @@ public final class Gui {
 
     /** The showing dialog of that component name, or null. */
     public static JDialog dialogNamed(String name) {
-        for (Window w : Window.getWindows()) {
-            if (w instanceof JDialog d && name.equals(d.getName()) && d.isShowing()) {
-                return d;
-            }
-        }
-        return null;
+        return showingDialog(d -> name.equals(d.getName()));
     }
 
     /** The showing dialog of that title, or null. */
     public static JDialog dialogTitled(String title) {
-        for (Window w : Window.getWindows()) {
-            if (w instanceof JDialog d && title.equals(d.getTitle()) && d.isShowing()) {
-                return d;
-            }
-        }
-        return null;
+        return showingDialog(d -> title.equals(d.getTitle()));
     }
 
     /** The showing message box (a dialog with a JOptionPane) of that title, or null. */
     public static JDialog messageBox(String title) {
+        return showingDialog(d -> title.equals(d.getTitle()) && findType(d, JOptionPane.class) != null);
+    }
+
+    /** The first showing dialog that {@code p} accepts, or null. */
+    public static JDialog showingDialog(Predicate<JDialog> p) {
         for (Window w : Window.getWindows()) {
-            if (w instanceof JDialog d && title.equals(d.getTitle()) && d.isShowing()
-                    && findType(d, JOptionPane.class) != null) {
+            if (w instanceof JDialog d && d.isShowing() && p.test(d)) {
                 return d;
             }
         }
