@@ -347,12 +347,9 @@ public class GKTorzsFormX extends RecordForm {
     void GKTorol_Click() {
         boolean deleted = delete(JarmuvekData, DELETE_TEXT, DELETE_TITLE, ArchivData,
                 ARCHIVE_FAIL_TEXT, ARCHIVE_FAIL_STYLE, ARCHIVE_FAIL_TITLE, this::GKUjadat_Click);
-        if (deleted) {
-            // step 6: move last on ArchivData
-            Err.resume(() -> rs(ArchivData).MoveLast());
-            Err.Clear();
-        } else {
-            // step 5 (a refresh after "Nem" changes nothing)
+        if (!deleted) {
+            // step 5 (a refresh after "Nem" changes nothing); step 6's MoveLast on ArchivData runs
+            // in RecordForm.delete, between the copy and the Delete
             DBGrid1.Refresh();
         }
     }

@@ -173,4 +173,48 @@ class Part2_3Test extends FormTestBase {
         assertThat(form.ArchivData.Recordset().isClosed()).isTrue();
         assertThat(form.JarmuvekData.Recordset().isClosed()).isTrue();
     }
+
+    @Test
+    void theExitClosesData1ArchivDataAndJarmuvekDataInThisOrder() {
+        vehicle(1, "AAA-111", "Opel");
+        open();
+        java.util.List<String> closed = new java.util.ArrayList<>();
+        for (kerova.core.db.DataControl dc : java.util.List.of(form.JarmuvekData, form.ArchivData, form.Data1)) {
+            dc.Recordset().addMoveListener(new kerova.core.db.Recordset.MoveListener() {
+                @Override
+                public void beforeMove(kerova.core.db.Recordset rs) {
+                    closed.add(dc.getName()); // the exit moves nothing: each call here is a Close
+                }
+
+                @Override
+                public void afterMove(kerova.core.db.Recordset rs) {
+                }
+            });
+        }
+        form.Kilepes.fireClick();
+        assertThat(closed).containsExactly("Data1", "ArchivData", "JarmuvekData");
+        assertThat(form.isLoaded()).isFalse();
+    }
+
+    @Test
+    void aDeleteMovesTheArchiveToItsLastRowBeforeTheLiveRowGoes() {
+        vehicle(1, "AAA-111", "Opel");
+        vehicle(2, "BBB-222", "Fiat");
+        open();
+        java.util.List<String> order = new java.util.ArrayList<>();
+        form.ArchivData.Recordset().addMoveListener(new kerova.core.db.Recordset.MoveListener() {
+            @Override
+            public void beforeMove(kerova.core.db.Recordset rs) {
+            }
+
+            @Override
+            public void afterMove(kerova.core.db.Recordset rs) {
+                order.add("archive on its last row, live rows: " + live("GkFrsz").size());
+            }
+        });
+        ui.answer(VbConst.vbYes);
+        form.GKTorol.fireClick();
+        assertThat(order).containsExactly("archive on its last row, live rows: 2");
+        assertThat(live("GkFrsz")).containsExactly("AAA-111");
+    }
 }

@@ -379,6 +379,8 @@ public abstract class RecordForm extends Form {
                     Forms.MsgBox(archiveFailText, archiveFailStyle, archiveFailTitle);
                     return false;
                 }
+                Err.resume(() -> rs(archive).MoveLast()); // Part 2.3 step 6: the archive's last row first
+                Err.Clear();
             }
             Err.resume(r::Delete);
             Err.resume(r::MoveNext);
