@@ -71,6 +71,9 @@ class Part1_2Test extends FormTestBase {
         assertThat(ui.messages).isEmpty();
         assertThat(main.DBGrid1.Visible()).isFalse();
         assertThat(Globals.OperatorName).isEqualTo("Teszt Kft.");
+        // no reminder ran: a reminder would have set the picker to today minus 30 days
+        assertThat(main.DTPicker1.Value()).isEqualTo(TODAY);
+        assertThat(main.JarmuData.RecordSource()).isEqualTo("select * from Jarmuvek where Figyelmeztetés = True order by GkFrsz");
     }
 
     @Test
@@ -89,9 +92,27 @@ class Part1_2Test extends FormTestBase {
         operator("Teszt Kft.");
         parameters((Integer) null, null, null, null, null, null, null, null, null, null);
         vehicle(1, "AAA111", "MuszakiVizsgaDatum", TODAY.minusYears(2));
+        Globals.WarnInspectionDays = 10; // a former value: the empty column must overwrite it with 0
+        Globals.WarnTachoCalibrationDays = 10;
         start();
         assertThat(ui.messages).isEmpty();
         assertThat(Globals.WarnInspectionDays).isZero();
+        assertThat(Globals.WarnTachoCalibrationDays).isZero();
+        assertThat(flags()).containsExactly(false);
+    }
+
+    @Test
+    void theReminderStatementHasMonthDayYearWithoutLeadingZeros() {
+        kerova.core.vb.VbClock.setFixed(LocalDateTime.of(2026, 1, 15, 9, 0));
+        operator("Teszt Kft.");
+        parameters(10, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+        vehicle(1, "AAA111", "MuszakiVizsgaDatum", LocalDateTime.of(2026, 1, 2, 0, 0));
+        java.util.List<String> sources = new java.util.ArrayList<>();
+        ui.whenMessage(m -> sources.add(main.JarmuData.RecordSource()));
+        start();
+        assertThat(ui.messages).containsExactly(INSPECTION);
+        assertThat(sources).containsExactly("select * from jarmuvek where MuszakiVizsgaDatum <= #1/5/2026#");
+        assertThat(main.DTPicker1.Value()).isEqualTo(LocalDateTime.of(2026, 1, 5, 0, 0));
     }
 
     @Test
@@ -184,6 +205,29 @@ class Part1_2Test extends FormTestBase {
         ui.whenShown("GKTorzsFormX", f -> Globals.CurrentFormName = "SzervizModulFormX");
         main.Gepkocsik.fireClick();
         assertThat(main.Visible()).isFalse();
+    }
+
+    @Test
+    void menuNotesSetTheCallerMarkAndTheArticlePickMode() {
+        operator("Teszt Kft.");
+        start();
+        Forms.register("GKTorzsFormX", () -> new StandInForm("GKTorzsFormX"));
+        String[] seen = new String[1];
+        Globals.CurrentFormName = "valami";
+        ui.whenShown("GKTorzsFormX", f -> seen[0] = Globals.CurrentFormName);
+        main.Gepkocsik.fireClick();
+        assertThat(seen[0]).isEqualTo("GKTorzsFormX");
+        Globals.ArticlePickMode = 1;
+        main.AlkatreszTorzse.fireClick();
+        assertThat(Globals.ArticlePickMode).isZero();
+    }
+
+    @Test
+    void theExitButtonEndsTheProgramAsTheMenuEntryDoes() {
+        operator("Teszt Kft.");
+        start();
+        assertThatThrownBy(() -> main.Command1.fireClick()).isInstanceOf(Forms.ExitRequest.class);
+        assertThat(ui.exited).isTrue();
     }
 
     @Test

@@ -49,6 +49,14 @@ public class ScriptedUi implements Ui {
         return this;
     }
 
+    private Consumer<Message> onMessage = m -> { };
+
+    /** Runs for every message box as it opens (to look at the program's state at that moment). */
+    public ScriptedUi whenMessage(Consumer<Message> look) {
+        onMessage = look;
+        return this;
+    }
+
     /** Queues what the user does while a modal form of that name is open. */
     public ScriptedUi whenShown(String formName, Consumer<Form> script) {
         scripts.computeIfAbsent(formName, k -> new ArrayDeque<>()).addLast(script);
@@ -72,6 +80,7 @@ public class ScriptedUi implements Ui {
     public int MsgBox(String text, int style, String title) {
         messages.add(new Message(text, style, title));
         log.add("msg:" + text);
+        onMessage.accept(messages.get(messages.size() - 1));
         int buttons = style & 7;
         if (buttons == VbConst.vbOKOnly) {
             return VbConst.vbOK;
