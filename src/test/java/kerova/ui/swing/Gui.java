@@ -65,13 +65,25 @@ public final class Gui {
         VbClock.reset();
     }
 
-    /** Disposes every window, puts the headless forms back and closes the files. */
+    /**
+     * Disposes every window, puts the headless forms back and closes the files. Disposing a modal form
+     * lets the code that showed it go on (the main window shows again, a reminder box opens), so the
+     * windows are disposed again until two rounds in a row find none left.
+     */
     public static void closeAll() throws Exception {
-        SwingUtilities.invokeAndWait(() -> {
-            for (Window w : Window.getWindows()) {
-                w.dispose();
-            }
-        });
+        int quiet = 0;
+        for (int round = 0; round < 50 && quiet < 2; round++) {
+            boolean any = onEdt(() -> {
+                boolean found = false;
+                for (Window w : Window.getWindows()) {
+                    found |= w.isDisplayable();
+                    w.dispose();
+                }
+                return found;
+            });
+            quiet = any ? 0 : quiet + 1;
+            Thread.sleep(any ? 100 : 50);
+        }
         Forms.reset();
         Forms.setUi(new HeadlessUi());
         AccessFile.closeAll();
