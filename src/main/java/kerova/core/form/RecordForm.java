@@ -57,6 +57,13 @@ public abstract class RecordForm extends Form {
         return r;
     }
 
+    /** The open Recordset, or null (the error cleared) when there is none: the handler then ends quietly. */
+    static Recordset rsOrNull(DataControl dc) {
+        Recordset r = Err.resume(() -> rs(dc), null);
+        Err.Clear();
+        return r;
+    }
+
     /** RecordCount, with any failure counting as empty (the test "less than 1"). */
     protected static int count(DataControl dc) {
         Integer n = Err.resume(() -> rs(dc).RecordCount(), 0);
@@ -231,7 +238,10 @@ public abstract class RecordForm extends Form {
         }
         Forms.hourglass();
         try {
-            Recordset r = rs(dc);
+            Recordset r = rsOrNull(dc);
+            if (r == null) {
+                return;
+            }
             String filter = "[" + column + "] like \"" + text + "\"";
             Err.resume(() -> r.FindFirst(filter));
             if (r.NoMatch()) {
@@ -253,7 +263,11 @@ public abstract class RecordForm extends Form {
     protected void selectFromGrid(DataControl main, String column, Object key) {
         Forms.hourglass();
         try {
-            Recordset r = rs(main);
+            Recordset r = rsOrNull(main);
+            if (r == null) {
+                Forms.Beep();
+                return;
+            }
             String k = key == null ? "" : Conv.CStr(key);
             String filter = "[" + column + "] = \"" + k + "\"";
             Err.resume(() -> r.FindFirst(filter));
@@ -304,7 +318,10 @@ public abstract class RecordForm extends Form {
     protected void newRecord(DataControl dc, Label keyLabel, String keyColumn, Control firstField) {
         Forms.hourglass();
         try {
-            Recordset r = rs(dc);
+            Recordset r = rsOrNull(dc);
+            if (r == null) {
+                return;
+            }
             double key;
             if (count(dc) > 0) {
                 Err.resume(r::MoveLast);
@@ -373,7 +390,8 @@ public abstract class RecordForm extends Form {
                 });
                 if (Err.Number() != 0) {
                     Err.Clear();
-                    r.CancelUpdate();
+                    Err.resume(r::CancelUpdate);
+                    Err.Clear();
                     Forms.arrow();
                     Forms.Beep();
                     Forms.MsgBox(archiveFailText, archiveFailStyle, archiveFailTitle);
@@ -451,22 +469,26 @@ public abstract class RecordForm extends Form {
         Forms.hourglass();
         try {
             headClickCount++;
-            if (headClickCount == 10) {
-                headClickCount = 0;
-                Recordset old = rs(dc);
-                String oldSort = old.Sort();
-                Err.resume(old::Close);
-                Recordset fresh = dc.Database().OpenRecordset(dc.RecordSource(), Recordset.dbOpenDynaset);
-                fresh.setSort(oldSort);
-                dc.setRecordset(fresh);
-            }
-            String key = grid.Columns(colIndex).DataField();
-            Recordset r = rs(dc);
-            String sort = key.equals(r.Sort()) ? key + " DESC" : key;
-            r.setSort(sort);
-            Recordset sorted = r.OpenRecordset();
-            dc.setRecordset(sorted);
-            sorted.setSort(sort);
+            // errors resumed throughout (Part 1.3): a failing reopen or sort leaves the grid as it was
+            Err.resume(() -> {
+                if (headClickCount == 10) {
+                    headClickCount = 0;
+                    Recordset old = rs(dc);
+                    String oldSort = old.Sort();
+                    Err.resume(old::Close);
+                    Recordset fresh = dc.Database().OpenRecordset(dc.RecordSource(), Recordset.dbOpenDynaset);
+                    fresh.setSort(oldSort);
+                    dc.setRecordset(fresh);
+                }
+                String key = grid.Columns(colIndex).DataField();
+                Recordset r = rs(dc);
+                String sort = key.equals(r.Sort()) ? key + " DESC" : key;
+                r.setSort(sort);
+                Recordset sorted = r.OpenRecordset();
+                dc.setRecordset(sorted);
+                sorted.setSort(sort);
+            });
+            Err.Clear();
             grid.Refresh();
         } finally {
             Forms.arrow();

@@ -420,6 +420,19 @@ class Part1_3Test extends FormTestBase {
     }
 
     @Test
+    void handlersOnADataControlWithoutASetGoOnWithoutAMessage() {
+        vehicle(1, "AAA111", "Opel");
+        open();
+        form.JarmuData.Recordset().Close(); // as after a failed open: the set is not there
+        ui.clear();
+        form.UjAdat.fireClick();
+        form.Text21.setText("AA");
+        form.DBGrid1.fireHeadClick(0);
+        assertThat(ui.messages).isEmpty();
+        assertThat(ui.lastPointer()).isEqualTo(VbConst.vbArrow);
+    }
+
+    @Test
     void aFolderWithoutDatabasesIsReported() {
         AccessFile_emptyFolder();
         TestVehicleForm f = Forms.put(new TestVehicleForm());
