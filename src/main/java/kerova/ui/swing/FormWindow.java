@@ -42,11 +42,15 @@ public final class FormWindow implements FormObserver {
             window = f;
         }
         window.setName(form.getName());
-        JPanel content = new JPanel(new MigLayout(form.layoutConstraints, form.columnConstraints));
+        JPanel content = new FittingPanel(new MigLayout(form.layoutConstraints, form.columnConstraints));
         content.setName(form.getName() + ".content");
         renderer.fill(content, form.layoutRoots());
         RootPaneContainer rpc = (RootPaneContainer) window;
-        rpc.setContentPane(content);
+        // scroll bars only where the screen is smaller than the form
+        javax.swing.JScrollPane scroll = new javax.swing.JScrollPane(content);
+        scroll.setBorder(null);
+        scroll.setName(form.getName() + ".scroll");
+        rpc.setContentPane(scroll);
         if (!form.menus().isEmpty()) {
             JMenuBar bar = renderer.menuBar();
             if (window instanceof JFrame f) {
@@ -66,7 +70,12 @@ public final class FormWindow implements FormObserver {
         });
         window.pack();
         if (form.Width > 0 && form.Height > 0) {
-            window.setSize(form.Width, form.Height);
+            // the form's size, but never smaller than its content, and never larger than the screen
+            java.awt.Rectangle screen = java.awt.GraphicsEnvironment.getLocalGraphicsEnvironment()
+                    .getMaximumWindowBounds();
+            int w = Math.min(Math.max(form.Width, window.getWidth()), screen.width);
+            int h = Math.min(Math.max(form.Height, window.getHeight()), screen.height);
+            window.setSize(w, h);
         }
         window.setLocationRelativeTo(null);
         form.setObserver(this);
@@ -171,5 +180,37 @@ public final class FormWindow implements FormObserver {
 
     static Color color(int bgr) {
         return new Color(kerova.core.vb.VbColor.toRgb(bgr));
+    }
+
+    /** A form's panel in its scroll pane: it fills the window, and scrolls only below its preferred size. */
+    private static final class FittingPanel extends JPanel implements javax.swing.Scrollable {
+        FittingPanel(java.awt.LayoutManager layout) {
+            super(layout);
+        }
+
+        @Override
+        public java.awt.Dimension getPreferredScrollableViewportSize() {
+            return getPreferredSize();
+        }
+
+        @Override
+        public int getScrollableUnitIncrement(java.awt.Rectangle visible, int orientation, int direction) {
+            return 16;
+        }
+
+        @Override
+        public int getScrollableBlockIncrement(java.awt.Rectangle visible, int orientation, int direction) {
+            return orientation == javax.swing.SwingConstants.VERTICAL ? visible.height : visible.width;
+        }
+
+        @Override
+        public boolean getScrollableTracksViewportWidth() {
+            return getParent() != null && getParent().getWidth() >= getPreferredSize().width;
+        }
+
+        @Override
+        public boolean getScrollableTracksViewportHeight() {
+            return getParent() != null && getParent().getHeight() >= getPreferredSize().height;
+        }
     }
 }
