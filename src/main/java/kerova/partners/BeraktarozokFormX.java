@@ -170,9 +170,10 @@ public class BeraktarozokFormX extends RecordForm {
             "BerMobil", "BerAdoszam", "BerSzamlaszam", "recordID", "Kapcsolattartó", "BerOrszag", "UgyfelStatus"}) {
             DBGrid1.addColumn(c);
         }
+        DBGrid1.Columns(0).Width = 220;
         DBGrid2.bind(Data1);
-        DBGrid2.addColumn("Országjel");
-        DBGrid2.addColumn("Ország");
+        DBGrid2.addColumn("Országjel").Width = 90;
+        DBGrid2.addColumn("Ország").Width = 220;
     }
 
     // ---------------------------------------------------------------- form start
