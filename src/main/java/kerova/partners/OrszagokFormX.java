@@ -84,8 +84,8 @@ public class OrszagokFormX extends RecordForm {
         Text1.bind(OrszagJel, MARK);
         Text2.bind(OrszagJel, COUNTRY);
         DBGrid1.bind(OrszagJel);
-        DBGrid1.addColumn(MARK, MARK);
-        DBGrid1.addColumn(COUNTRY, COUNTRY);
+        DBGrid1.addColumn(MARK, MARK).Width = 110;
+        DBGrid1.addColumn(COUNTRY, COUNTRY).Width = 320;
 
         OKMentes.Click = this::OKMentes_Click;
         UjOrsz.Click = this::UjOrsz_Click;
@@ -111,17 +111,18 @@ public class OrszagokFormX extends RecordForm {
     }
 
     private void layout() {
-        layoutConstraints = "wrap 4, insets 10, hidemode 3";
-        columnConstraints = "[right][90!]16[right][260!, grow]";
+        layoutConstraints = "wrap 5, insets 10, hidemode 3";
+        columnConstraints = "[right][90!]16[right][260!][grow]";
+        Text2.layout = "wrap";
         Width = 720;
         Height = 520;
         DBGrid1.setCaption("Országok törzs");
-        DBGrid1.layout = "span 4, grow, push, h 200:300:, gaptop 8";
-        Command1.layout = "span 4, split 4, gaptop 8, sg b";
+        DBGrid1.layout = "span 5, grow, push, h 200:300:, gaptop 8";
+        Command1.layout = "span 5, split 4, gaptop 8, sg b";
         Command2.layout = "sg b";
         Command3.layout = "sg b";
         Command4.layout = "sg b";
-        Command5.layout = "span 4, split 4, sg b";
+        Command5.layout = "span 5, split 4, sg b";
         Command6.layout = "sg b";
         Command8.layout = "sg b";
         Command7.layout = "sg b";
