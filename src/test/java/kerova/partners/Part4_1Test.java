@@ -2,9 +2,16 @@ package kerova.partners;
 
 import static org.assertj.core.api.Assertions.assertThat;
 
+import java.io.BufferedReader;
+import java.io.InputStreamReader;
+import java.io.OutputStreamWriter;
+import java.io.PrintWriter;
+import java.nio.charset.StandardCharsets;
+import java.nio.file.Paths;
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
+import java.util.concurrent.TimeUnit;
 import kerova.core.Globals;
 import kerova.core.form.FormTestBase;
 import kerova.core.form.Forms;
@@ -329,6 +336,39 @@ class Part4_1Test extends FormTestBase {
         form.Command4.fireClick();
         assertThat(col("BerTelefon")).containsExactly("3612345678");
         assertThat(ui.messages).isEmpty();
+    }
+
+    @Test
+    void aRowHeldByAnotherCopyGivesTheLockMessageAndStays() throws Exception {
+        partner(1, "Alfa Kft.", "BerTelefon", "111");
+        String javaBin = Paths.get(System.getProperty("java.home"), "bin", "java").toString();
+        Process peer = new ProcessBuilder(javaBin, "-cp", System.getProperty("java.class.path"),
+                PartnerLockPeer.class.getName(), dir.toString()).redirectErrorStream(true).start();
+        try (var toPeer = new PrintWriter(new OutputStreamWriter(peer.getOutputStream(),
+                StandardCharsets.UTF_8), true);
+             var fromPeer = new BufferedReader(new InputStreamReader(peer.getInputStream(),
+                StandardCharsets.UTF_8))) {
+            assertThat(fromPeer.readLine()).isEqualTo("ready");
+            toPeer.println("edit 1");
+            assertThat(fromPeer.readLine()).isEqualTo("ok");
+            open();
+            form.Text6.setText("222");
+            form.Command4.fireClick();
+            assertThat(ui.messages).containsExactly(msg("Az adat jelenleg zárolt! Próbálja újra!", 48, "Adatzárolás!"));
+            assertThat(ui.beeps).isEqualTo(1);
+            assertThat(col("BerTelefon")).containsExactly("111");
+            assertThat(ui.lastPointer()).isEqualTo(VbConst.vbArrow);
+            toPeer.println("quit");
+            assertThat(fromPeer.readLine()).isEqualTo("ok");
+            peer.waitFor(10, TimeUnit.SECONDS);
+            // the other copy has let go: the same button stores the edit
+            ui.clear();
+            form.Command4.fireClick();
+            assertThat(ui.messages).isEmpty();
+            assertThat(col("BerTelefon")).containsExactly("222");
+        } finally {
+            peer.destroyForcibly();
+        }
     }
 
     @Test
