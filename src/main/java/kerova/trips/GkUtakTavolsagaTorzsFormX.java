@@ -163,11 +163,12 @@ public class GkUtakTavolsagaTorzsFormX extends RecordForm {
         Text5.bind(UtTavTorzsData, "HovaOrszág");
         Label4.bind(UtTavTorzsData, "Sorszám");
         DBGrid1.bind(UtTavTorzsData);
-        DBGrid1.addColumn("Országjel", "HonnanOrszág");
-        DBGrid1.addColumn("Honnan", "Honnan");
-        DBGrid1.addColumn("Országjel", "HovaOrszág");
-        DBGrid1.addColumn("Hova", "Hova");
-        DBGrid1.addColumn("Távolság km", "TávolságKm");
+        // the widths are ours (Part 3.3 leaves them to the implementer)
+        DBGrid1.addColumn("Országjel", "HonnanOrszág").Width = 80;
+        DBGrid1.addColumn("Honnan", "Honnan").Width = 250;
+        DBGrid1.addColumn("Országjel", "HovaOrszág").Width = 80;
+        DBGrid1.addColumn("Hova", "Hova").Width = 250;
+        DBGrid1.addColumn("Távolság km", "TávolságKm").Width = 110;
     }
 
     // ---------------------------------------------------------------- opening
