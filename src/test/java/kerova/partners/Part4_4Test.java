@@ -172,6 +172,18 @@ class Part4_4Test extends FormTestBase {
     }
 
     @Test
+    void aFailedSaveGivesOnlyABeep() {
+        twoCountries();
+        open();
+        form.Text1.setText("X".repeat(300)); // longer than the column: the write fails
+        form.OKMentes.fireClick();
+        assertThat(ui.messages).isEmpty();
+        assertThat(ui.beeps).isEqualTo(1);
+        assertThat(master()).containsExactly("H|Magyarország", "A|Ausztria");
+        assertThat(ui.lastPointer()).isEqualTo(VbConst.vbArrow);
+    }
+
+    @Test
     void saveOnAnEmptyTableRunsUjOrsz() {
         open();
         form.OKMentes.fireClick();
