@@ -593,6 +593,19 @@ class Part3_3Test extends FormTestBase {
         assertThat(Globals.CountryMarkTransfer).isEmpty();
     }
 
+    @Test
+    void theRealCountryFormHandsOverItsCurrentRow() {
+        insert("betarol.dsb", "Orszagjel", "Országjel", "SK", "Ország", "Szlovákia");
+        route("Komárom", "Komárno", 3.0);
+        open();
+        // the user presses "Adat átadása" on OrszagokFormX (Part 4.4)
+        ui.whenShown(GkUtakTavolsagaTorzsFormX.COUNTRY_FORM, f -> f.control("Command8").fireClick());
+        form.Command3.fireClick();
+        assertThat(form.Text5.Text()).isEqualTo("SK");
+        assertThat(form.Text4.Text()).isEmpty();
+        assertThat(Forms.get(GkUtakTavolsagaTorzsFormX.COUNTRY_FORM).isLoaded()).isFalse();
+    }
+
     // ---------------------------------------------------------------- leaving, help, sort
 
     @Test
