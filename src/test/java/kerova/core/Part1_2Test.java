@@ -151,6 +151,8 @@ class Part1_2Test extends FormTestBase {
         assertThat(ui.messages).containsExactly(INSPECTION);
         // the vehicle form's own exit check (Part 2.1) is not this test's concern
         Forms.register("GKTorzsFormX", () -> new StandInForm("GKTorzsFormX"));
+        // nor the partner form's (Part 4.1)
+        Forms.register("BeraktarozokFormX", () -> new StandInForm("BeraktarozokFormX"));
         String[] entries = {"UtTav", "Gepkocsik", "Vezetok", "GKBesz", "Megnevezesek", "Uzemelteto",
             "AlkatreszTorzse", "ParameterAdat", "KerovatUj", "KMNyt", "GKSzamlaBe", "SzervizModul", "Lekerdezes",
             "UaKtsg", "AdatSzerviz", "Kezik"};
