@@ -2,6 +2,7 @@ package kerova.partners;
 
 import kerova.core.db.DataControl;
 import kerova.core.db.Recordset;
+import kerova.core.form.ProgressBar;
 import kerova.core.form.CommandButton;
 import kerova.core.form.Control;
 import kerova.core.form.DBGrid;

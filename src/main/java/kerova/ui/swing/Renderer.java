@@ -108,6 +108,11 @@ final class Renderer {
         } else if (c instanceof TextBox tb) {
             comp = text(tb);
             outer = tb.MultiLine ? new JScrollPane(comp) : comp;
+        } else if (c instanceof kerova.core.form.ProgressBar p) {
+            javax.swing.JProgressBar bar = new javax.swing.JProgressBar(p.Min(), p.Max());
+            bar.setValue(p.Value());
+            comp = bar;
+            outer = bar;
         } else if (c instanceof Label l) {
             JLabel lab = new JLabel(l.Caption());
             clickable(lab, c);
@@ -518,6 +523,11 @@ final class Renderer {
                     int a = Math.min(tb.SelStart(), len);
                     t.select(a, Math.min(a + tb.SelLength(), len));
                 }
+            } else if (c instanceof kerova.core.form.ProgressBar p) {
+                javax.swing.JProgressBar bar = (javax.swing.JProgressBar) comp;
+                bar.setMinimum(p.Min());
+                bar.setMaximum(p.Max());
+                bar.setValue(p.Value());
             } else if (c instanceof Label l) {
                 ((JLabel) comp).setText(l.Caption());
             } else if (c instanceof CommandButton b) {
