@@ -78,6 +78,22 @@ public final class Globals {
     /** The subcontractor mark (`Check2`'s value, 0 or 1). */
     public static Object PickedSubcontractor;
 
+    // ---- Part 4.5: the customer picked in CimzettForm (AtadaS) ----
+    // The name (`Text2`) goes to PickedName and the key (`Text1`, as a 32-bit integer) to
+    // PickedCustomerID; the Part hands over `Text3` to `Text11` and `Label14` besides, into these.
+    public static String PickedCustomerPostCode = "";
+    public static String PickedCustomerTown = "";
+    public static String PickedCustomerStreet = "";
+    public static String PickedCustomerPhone = "";
+    public static String PickedCustomerFax = "";
+    public static String PickedCustomerMobile = "";
+    public static String PickedCustomerTaxNumber = "";
+    public static String PickedCustomerBankAccount = "";
+    public static String PickedCustomerContact = "";
+    public static String PickedCustomerCountry = "";
+    /** The caller's subcontractor request (1: CimzettForm shows active subcontractors only). */
+    public static short CustomerSubcontractorRequest;
+
     /** Back to the state at process start (tests). */
     public static void reset() {
         CurrentFormName = "";
@@ -130,5 +146,16 @@ public final class Globals {
         PickedPartnerName = "";
         PickedPartnerID = null;
         PickedSubcontractor = null;
+        PickedCustomerPostCode = "";
+        PickedCustomerTown = "";
+        PickedCustomerStreet = "";
+        PickedCustomerPhone = "";
+        PickedCustomerFax = "";
+        PickedCustomerMobile = "";
+        PickedCustomerTaxNumber = "";
+        PickedCustomerBankAccount = "";
+        PickedCustomerContact = "";
+        PickedCustomerCountry = "";
+        CustomerSubcontractorRequest = 0;
     }
 }

@@ -201,6 +201,12 @@ public abstract class RecordForm extends Form {
 
     /** The standard search of Part 1.3 over one column. */
     protected void standardSearch(DataControl dc, String column, String prompt, String title, String notFoundText) {
+        standardSearch(dc, column, prompt, title, notFoundText, title);
+    }
+
+    /** The standard search, where the failed search's message has a title of its own (Part 4.5). */
+    protected void standardSearch(DataControl dc, String column, String prompt, String title, String notFoundText,
+            String notFoundTitle) {
         try {
             if (count(dc) < 1) {
                 return;
@@ -221,7 +227,7 @@ public abstract class RecordForm extends Form {
             if (r.NoMatch()) {
                 Forms.arrow();
                 Forms.Beep();
-                Forms.MsgBox(notFoundText, VbConst.vbExclamation, title);
+                Forms.MsgBox(notFoundText, VbConst.vbExclamation, notFoundTitle);
                 Err.resume(r::MoveFirst);
             }
             Err.Clear();
