@@ -259,7 +259,8 @@ public class BeraktarozokFormX extends RecordForm {
 
     /** Part 4.2: the partner list (its page form opens through Forms). */
     void BeszNyom_Click() {
-        Forms.get(PRINT_FORM).Show(true);
+        BeszallitoNyomFormX.printList(Beraktarozok);
+        DBGrid1.Refresh();
     }
 
     /** "Mentés-Kilépés": refresh, last row, grid; then the full check where a null name is no bad row. */
