@@ -29,12 +29,12 @@ public class BeszallitoNyomFormX extends ListPageForm {
     public BeszallitoNyomFormX() {
         // six columns on A4 portrait: the smaller body font; the column heads are ours
         super(NAME, CAPTION, FIRST_HEADING, ROWS, PageFont.SMALL,
-                new Column("BerNev", "NÉV:", 5),
+                new Column("BerNev", "NÉV:", 4.6),
                 new Column("BerIrszam", "IRSZ.:", 1.4),
-                new Column("BerOrszag", "ORSZ.:", 1.4),
-                new Column("BerSzekhely", "SZÉKHELY:", 3),
+                new Column("BerOrszag", "ORSZ.:", 1.5),
+                new Column("BerSzekhely", "SZÉKHELY:", 2.7),
                 new Column("BerCim", "CÍM:", 4),
-                new Column("BerTelefonFax", "TELEFON / FAX:", 4));
+                new Column("BerTelefonFax", "TELEFON / FAX:", 5));
         heading = n -> n == 1 ? FIRST_HEADING : NEXT_HEADING;
         pageText = LAPSZAM;
     }
