@@ -161,22 +161,19 @@ public class VezetokTorzsFormX extends RecordForm {
         Width = 1180;
         Height = 800;
         Check1.layout = "skip 1";
-        DBGrid1.layout = "span 4, grow, push, h 180:300:";
-        DBGrid2.layout = "span 2, grow, h 180:300:";
-        Label8.layout = "span 2";
-        Label18.layout = "span 2";
+        control("TodayLabelCaption").layout = "newline";
+        // the driver grid with the assigned list beside it, and the list's two labels below that
+        DBGrid1.layout = "newline, span 4, grow, push, h 200:320:, gaptop 8";
+        DBGrid2.layout = "span 2, grow, h 200:320:, gaptop 8";
+        control("Label8Caption").layout = "skip 4";
+        control("Label18Caption").layout = "skip 4";
+        // the buttons in two rows, in the order of their numbers
         Command1.layout = "newline, span 6, split 6, sg b, gaptop 6";
-        Command5.layout = "sg b";
-        Command9.layout = "sg b";
-        Command4.layout = "sg b";
-        Command2.layout = "sg b";
-        Command3.layout = "sg b";
-        Command6.layout = "span 6, split 6, sg b";
-        Command7.layout = "sg b";
-        Command12.layout = "sg b";
-        Command8.layout = "sg b";
-        Command11.layout = "sg b";
-        Command10.layout = "sg b";
+        for (CommandButton b : new CommandButton[] {Command2, Command3, Command4, Command5, Command6, Command8,
+            Command9, Command10, Command11, Command12}) {
+            b.layout = "sg b";
+        }
+        Command7.layout = "span 6, split 6, sg b";
         DBGrid1.setCaption("Járművezetők");
         DBGrid2.setCaption("Vezető járművei");
         Command2.setToolTipText("Járművezetőhöz jármű rendelése");
