@@ -101,6 +101,7 @@ public class CimzettForm extends RecordForm {
     public final TextBox Text18 = field("Kézhezvétel (nap):", new TextBox("Text18"), "Okmány keltéhez adott nap");
     public final TextBox Text19 = field("Kapcsolattartó címe:", new TextBox("Text19"), "Teljes cím");
     public final TextBox Text20 = field("Megjegyzés:", new TextBox("Text20"), "Megjegyzés");
+    public final Label Label14 = field("Ország jelzése:", new Label("Label14"), null);
     public final CheckBox Check1 = check(new CheckBox("Check1", "Folyamatos teljesítés:"), null);
     public final CheckBox Check2 = check(new CheckBox("Check2", "NEM aktív"), "Nem jelenik meg okmánykitöltésnél");
     public final CheckBox Check3 = check(new CheckBox("Check3", "Környzetvédelmi termékdíjat vevő átvállalja"), null);
@@ -109,7 +110,6 @@ public class CimzettForm extends RecordForm {
     public final CheckBox Check6 = check(new CheckBox("Check6", "Alvállalkozó:"), null);
     public final CheckBox Check7 = check(new CheckBox("Check7", "Pénzforgalmi elszámolás:"),
             "Pénzforgalmi elszámolás 2013-tól");
-    public final Label Label14 = field("Ország jelzése:", new Label("Label14"), null);
 
     /** The search as you type. */
     public final TextBox Text21 = field("Név gyorskereső:", new TextBox("Text21"), null);
@@ -190,10 +190,12 @@ public class CimzettForm extends RecordForm {
     private void layout() {
         layoutConstraints = "wrap 6, insets 8, hidemode 3";
         columnConstraints = "[right][200!]12[right][200!]12[right][200!]";
-        Width = 1280;
+        Width = 1340;
         Height = 860;
         Text1.setLocked(true);
         Label14.layout = "w 60!";
+        Check1.layout = "newline, span 6, split 7, gaptop 4";
+        control("Text21Caption").layout = "newline";
         Text21.layout = "wrap";
         DBGrid1.layout = "span 6, grow, push, h 160:260:";
         DBGrid2.layout = "span 6, growx, h 90:130:";
