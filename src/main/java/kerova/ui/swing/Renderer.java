@@ -627,8 +627,34 @@ final class Renderer {
         caption(item, m.Caption());
         item.setVisible(m.Visible());
         item.setEnabled(m.Enabled());
+        if (m.parent() != null && m.items().isEmpty()) {
+            item.setIcon(m.Checked() ? CHECK_MARK : null); // the runtime's ticked menu entry
+        }
         if (m.parent() == null && m.items().isEmpty()) {
             item.setMaximumSize(item.getPreferredSize());
         }
     }
+
+    /** The tick of a checked menu entry. */
+    private static final javax.swing.Icon CHECK_MARK = new javax.swing.Icon() {
+        @Override
+        public void paintIcon(java.awt.Component c, java.awt.Graphics g, int x, int y) {
+            java.awt.Graphics2D g2 = (java.awt.Graphics2D) g.create();
+            g2.setRenderingHint(java.awt.RenderingHints.KEY_ANTIALIASING, java.awt.RenderingHints.VALUE_ANTIALIAS_ON);
+            g2.setStroke(new java.awt.BasicStroke(2f));
+            g2.setColor(c.getForeground());
+            g2.drawPolyline(new int[] {x + 2, x + 5, x + 11}, new int[] {y + 7, y + 10, y + 3}, 3);
+            g2.dispose();
+        }
+
+        @Override
+        public int getIconWidth() {
+            return 13;
+        }
+
+        @Override
+        public int getIconHeight() {
+            return 13;
+        }
+    };
 }
