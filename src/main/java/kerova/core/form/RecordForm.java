@@ -238,6 +238,15 @@ public abstract class RecordForm extends Form {
 
     /** The quick search field: at each change, FindFirst with the prefix; no match returns to the last hit. */
     protected void quickSearch(DataControl dc, String column, String typed) {
+        quickSearch(dc, column, typed, null);
+    }
+
+    /**
+     * The quick search with a second try (Part 6.2, {@code SzerelokFormX}): when no value of
+     * {@code column} begins with the text, FindFirst with {@code [exactColumn] = "text"}; only when
+     * that fails too does the record go back to the last hit. {@code exactColumn} null: one search.
+     */
+    protected void quickSearch(DataControl dc, String column, String typed, String exactColumn) {
         String text = typed + "*";
         if (typed.isEmpty() || text.equals("*")) {
             return;
@@ -250,6 +259,10 @@ public abstract class RecordForm extends Form {
             }
             String filter = "[" + column + "] like \"" + text + "\"";
             Err.resume(() -> r.FindFirst(filter));
+            if (r.NoMatch() && exactColumn != null) {
+                String exact = "[" + exactColumn + "] = \"" + typed + "\"";
+                Err.resume(() -> r.FindFirst(exact));
+            }
             if (r.NoMatch()) {
                 Err.resume(() -> r.setBookmark(quickSearchBookmark));
                 Err.Clear();
