@@ -128,11 +128,6 @@ public class BeraktarozokFormX extends RecordForm {
 
     // ---------------------------------------------------------------- building
 
-    /** A field with its caption label before it. */
-    private <T extends Control> T field(String caption, T control) {
-        add(new Label(control.getName() + "Caption", caption));
-        return add(control);
-    }
 
     private void layout() {
         layoutConstraints = "wrap 4, insets 8, hidemode 3";

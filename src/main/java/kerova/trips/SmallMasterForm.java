@@ -95,11 +95,6 @@ public abstract class SmallMasterForm extends RecordForm {
         focusColors(Text1);
     }
 
-    /** A control with its caption label before it. */
-    private <T extends Control> T field(String caption, T control) {
-        add(new Label(control.getName() + "Caption", caption));
-        return add(control);
-    }
 
     private void layout() {
         layoutConstraints = "wrap 2, insets 10, hidemode 3";

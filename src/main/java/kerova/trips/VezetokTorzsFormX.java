@@ -149,11 +149,6 @@ public class VezetokTorzsFormX extends RecordForm {
 
     // ---------------------------------------------------------------- building
 
-    /** A control with its caption label before it. */
-    private <T extends Control> T field(String caption, T control) {
-        add(new Label(control.getName() + "Caption", caption));
-        return add(control);
-    }
 
     private void layout() {
         layoutConstraints = "wrap 6, insets 8, hidemode 3";

@@ -74,6 +74,12 @@ public abstract class Form {
 
     // ---- building ----
 
+    /** Adds a control with its caption label (named NAMECaption) before it. */
+    protected <T extends Control> T field(String caption, T control) {
+        add(new Label(control.getName() + "Caption", caption));
+        return add(control);
+    }
+
     /** Adds a control to the form (in layout order). */
     protected <T extends Control> T add(T c) {
         register(c);
