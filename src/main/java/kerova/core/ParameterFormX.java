@@ -123,12 +123,7 @@ public class ParameterFormX extends RecordForm {
         try {
             for (DataControl d : new DataControl[] {ParameterData, PathData, MennyData, EgyebData}) {
                 if (count(d) < 1) {
-                    Err.resume(() -> {
-                        Recordset r = rs(d);
-                        r.AddNew();
-                        r.Update();
-                        r.MoveLast();
-                    });
+                    addRow(d);
                 }
                 Err.Clear();
             }

@@ -86,12 +86,7 @@ public class UzemeltetokForm extends RecordForm {
         if (count(Betarol) > 0) {
             Err.resume(() -> rs(Betarol).MoveFirst());
         } else {
-            Err.resume(() -> {
-                Recordset r = rs(Betarol);
-                r.AddNew();
-                r.Update();
-                r.MoveLast();
-            });
+            addRow(Betarol);
         }
         Err.Clear();
         Forms.MousePointer(VbConst.vbDefault);

@@ -475,14 +475,7 @@ public class CimzettForm extends RecordForm {
     void Command2_Click() {
         Forms.hourglass();
         try {
-            Err.Clear();
-            Err.resume(() -> {
-                Recordset r = rs(OrszagjelData);
-                r.AddNew();
-                r.Update();
-                r.MoveLast();
-            });
-            Err.Clear();
+            addRow(OrszagjelData);
             DBGrid2.Refresh();
             LogAction(RegisztData, NEW_COUNTRY_LOG, logKey);
         } finally {

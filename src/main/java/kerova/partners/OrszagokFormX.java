@@ -175,14 +175,7 @@ public class OrszagokFormX extends RecordForm {
         Forms.hourglass();
         try {
             sweepBlankRows();
-            Err.resume(() -> {
-                Recordset r = rs(OrszagJel);
-                r.AddNew();
-                r.Fields(MARK).setValue("");
-                r.Update();
-                r.MoveLast();
-            });
-            Err.Clear();
+            addRow(OrszagJel, MARK, "");
         } finally {
             Forms.arrow();
         }

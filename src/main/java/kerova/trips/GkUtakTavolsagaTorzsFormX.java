@@ -179,13 +179,7 @@ public class GkUtakTavolsagaTorzsFormX extends RecordForm {
         Forms.hourglass();
         try {
             if (count(UtTavTorzsData) < 1) {
-                Err.resume(() -> {
-                    Recordset r = rs(UtTavTorzsData);
-                    r.AddNew();
-                    r.Update();
-                    r.MoveLast();
-                });
-                Err.Clear();
+                addRow(UtTavTorzsData);
             }
         } finally {
             Forms.arrow();
@@ -246,15 +240,7 @@ public class GkUtakTavolsagaTorzsFormX extends RecordForm {
     void UtTorzsUj_Click() {
         Forms.hourglass();
         try {
-            Err.resume(() -> {
-                Recordset r = rs(UtTavTorzsData);
-                r.AddNew();
-                r.Update();
-                r.MoveLast();
-            });
-            if (Err.Number() != 0) {
-                Err.Clear();
-            } else {
+            if (addRow(UtTavTorzsData)) {
                 Err.resume(Text1::SetFocus);
                 Err.Clear();
             }

@@ -200,18 +200,7 @@ public abstract class SmallMasterForm extends RecordForm {
 
     /** Add, update, move last on VezetoData; false when it failed (the error cleared). */
     protected boolean addRow() {
-        Err.Clear();
-        Err.resume(() -> {
-            Recordset r = rs(VezetoData);
-            r.AddNew();
-            r.Update();
-            r.MoveLast();
-        });
-        if (Err.Number() != 0) {
-            Err.Clear();
-            return false;
-        }
-        return true;
+        return addRow(VezetoData);
     }
 
     /** Focus to Text1, an error cleared. */

@@ -533,18 +533,9 @@ public class VezetokTorzsFormX extends RecordForm {
      * given, is stored with the row. False when the add failed.
      */
     private boolean addDriverRow(java.time.LocalDateTime licenceExpiry) {
-        Err.Clear();
-        Err.resume(() -> {
-            Recordset r = rs(VezetoData);
-            r.AddNew();
-            if (licenceExpiry != null) {
-                r.Fields("JogositványÉrvényessége").setValue(licenceExpiry);
-            }
-            r.Update();
-            r.MoveLast();
-        });
-        if (Err.Number() != 0) {
-            Err.Clear();
+        boolean added = licenceExpiry == null ? addRow(VezetoData)
+                : addRow(VezetoData, "JogositványÉrvényessége", licenceExpiry);
+        if (!added) {
             return false;
         }
         if (Label7.Caption().isEmpty()) {

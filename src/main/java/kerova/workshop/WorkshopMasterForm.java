@@ -217,15 +217,7 @@ public abstract class WorkshopMasterForm extends RecordForm {
         Command1.setBackColor(WORKING_COLOR);
         Forms.hourglass();
         try {
-            Err.resume(() -> {
-                Recordset r = rs(NyelvData);
-                r.AddNew();
-                r.Fields(master.nameField()).setValue("");
-                r.Fields(master.codeField()).setValue("");
-                r.Update();
-                r.MoveLast();
-            });
-            Err.Clear();
+            addRow(NyelvData, master.nameField(), "", master.codeField(), "");
             Command1.setBackColor(color);
             log(master.logNew());
             Err.resume(Text2::SetFocus);

@@ -64,6 +64,26 @@ public abstract class RecordForm extends Form {
         return r;
     }
 
+    /**
+     * A new row stored at once: AddNew, the given columns (pairs of name and value), Update, MoveLast,
+     * with errors resumed. False when it failed (the error cleared).
+     */
+    protected static boolean addRow(DataControl dc, Object... columnValues) {
+        Err.Clear();
+        Err.resume(() -> {
+            Recordset r = rs(dc);
+            r.AddNew();
+            for (int i = 0; i < columnValues.length; i += 2) {
+                r.Fields((String) columnValues[i]).setValue(columnValues[i + 1]);
+            }
+            r.Update();
+            r.MoveLast();
+        });
+        boolean ok = Err.Number() == 0;
+        Err.Clear();
+        return ok;
+    }
+
     /** RecordCount, with any failure counting as empty (the test "less than 1"). */
     protected static int count(DataControl dc) {
         Integer n = Err.resume(() -> rs(dc).RecordCount(), 0);
