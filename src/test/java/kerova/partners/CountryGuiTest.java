@@ -54,8 +54,7 @@ class CountryGuiTest {
     @Test
     void pickACountryForARouteFromTheMainMenu() throws Exception {
         JFrame main = startMain(dir, exits::incrementAndGet);
-        clickMenu(main.getJMenuBar(), "UtTav");
-        JDialog route = waitFor(() -> dialogNamed("GkUtakTavolsagaTorzsFormX"), "route form");
+        JDialog route = openFromMenu(main, "UtTav", "GkUtakTavolsagaTorzsFormX");
         clickNamed(route, "Command2");
         JDialog form = waitFor(() -> dialogNamed("OrszagokFormX"), "country form");
         assertThat(onEdt(form::getTitle)).isEqualTo("Jelzés- és ország törzs");

@@ -59,8 +59,7 @@ class CustomerGuiTest {
     @Test
     void theVehicleFormPicksItsOwnerInTheCustomerForm() throws Exception {
         JFrame main = startMain(dir, exits::incrementAndGet);
-        clickMenu(main.getJMenuBar(), "Gepkocsik");
-        JDialog vehicles = waitFor(() -> dialogNamed("GKTorzsFormX"), "vehicle form");
+        JDialog vehicles = openFromMenu(main, "Gepkocsik", "GKTorzsFormX");
         JTextComponent plate = (JTextComponent) find(vehicles, "Text1");
         waitFor(() -> "KŐB-112".equals(plate.getText()) ? plate : null, "the vehicle");
 

@@ -48,8 +48,7 @@ class PartnerGuiTest {
     @Test
     void openSearchPickACountryAddAPartnerAndLeaveFromTheMainMenu() throws Exception {
         JFrame main = startMain(dir, exits::incrementAndGet);
-        clickMenu(main.getJMenuBar(), "GKBesz");
-        JDialog form = waitFor(() -> dialogNamed("BeraktarozokFormX"), "partner form");
+        JDialog form = openFromMenu(main, "GKBesz", "BeraktarozokFormX");
         assertThat(onEdt(form::getTitle)).isEqualTo("Beszállítók, partnerek adatai törzs - Kerova");
         JTextComponent text2 = (JTextComponent) find(form, "Text2");
         waitFor(() -> "Győri Űrtechnika Bt.".equals(text2.getText()) ? text2 : null, "last partner");

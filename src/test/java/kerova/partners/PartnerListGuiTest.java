@@ -50,8 +50,7 @@ class PartnerListGuiTest {
     @Test
     void thePartnerListFromTheMainMenuShowsTwoPages() throws Exception {
         JFrame main = startMain(dir, exits::incrementAndGet);
-        clickMenu(main.getJMenuBar(), "GKBesz");
-        JDialog form = waitFor(() -> dialogNamed("BeraktarozokFormX"), "partner form");
+        JDialog form = openFromMenu(main, "GKBesz", "BeraktarozokFormX");
         JTextComponent text2 = (JTextComponent) find(form, "Text2");
         waitFor(() -> "23. Kőszegi Fűtőolaj Zrt.".equals(onEdt(text2::getText)) ? text2 : null, "last partner");
 

@@ -47,8 +47,7 @@ class DriverGuiTest {
     @Test
     void openSearchFilterAndDeleteAnsweredNoFromTheMainMenu() throws Exception {
         JFrame main = startMain(dir, exits::incrementAndGet);
-        clickMenu(main.getJMenuBar(), "Vezetok");
-        JDialog form = waitFor(() -> dialogNamed("VezetokTorzsFormX"), "driver form");
+        JDialog form = openFromMenu(main, "Vezetok", "VezetokTorzsFormX");
         assertThat(onEdt(form::getTitle)).isEqualTo("Járművezető adatai törzs Tartosan");
         JTextComponent text1 = (JTextComponent) find(form, "Text1");
         waitFor(() -> "Bárány Éva".equals(onEdt(text1::getText)) ? text1 : null, "first driver by name");

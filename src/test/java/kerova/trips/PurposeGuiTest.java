@@ -52,8 +52,7 @@ class PurposeGuiTest {
     @Test
     void purposesFromTheMainMenuTakeANewRowAndSaveIt() throws Exception {
         JFrame main = startMain(dir, exits::incrementAndGet);
-        clickMenu(main.getJMenuBar(), "Megnevezesek");
-        JDialog form = waitFor(() -> dialogNamed("MegnevezesTorzsFormX"), "purpose form");
+        JDialog form = openFromMenu(main, "Megnevezesek", "MegnevezesTorzsFormX");
         assertThat(onEdt(form::getTitle)).isEqualTo("Megnevezés (áru, szolgáltatás stb.) adatai törzs - Kerova");
         JTextComponent text1 = (JTextComponent) find(form, "Text1");
         waitFor(() -> "Áruszállítás".equals(onEdt(text1::getText)) ? text1 : null, "first purpose in order");

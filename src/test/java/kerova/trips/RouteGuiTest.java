@@ -46,8 +46,7 @@ class RouteGuiTest {
     @Test
     void openSearchReturnRowPickerAndListFromTheMainMenu() throws Exception {
         JFrame main = startMain(dir, exits::incrementAndGet);
-        clickMenu(main.getJMenuBar(), "UtTav");
-        JDialog form = waitFor(() -> dialogNamed("GkUtakTavolsagaTorzsFormX"), "route form");
+        JDialog form = openFromMenu(main, "UtTav", "GkUtakTavolsagaTorzsFormX");
         assertThat(onEdt(form::getTitle)).isEqualTo("Utak távolsága törzs - Kerova");
         JTextComponent text1 = (JTextComponent) find(form, "Text1");
         waitFor(() -> "Budapest".equals(onEdt(text1::getText)) ? text1 : null, "first route");

@@ -51,8 +51,7 @@ class VehicleGuiTest {
     @Test
     void openSearchAndNewRecordFromTheMainMenu() throws Exception {
         JFrame main = startMain(dir, exits::incrementAndGet);
-        clickMenu(main.getJMenuBar(), "Gepkocsik");
-        JDialog form = waitFor(() -> dialogNamed("GKTorzsFormX"), "vehicle form");
+        JDialog form = openFromMenu(main, "Gepkocsik", "GKTorzsFormX");
         assertThat(onEdt(form::getTitle)).isEqualTo("Járművek nyilvántartása törzs Tartosan és Kerova");
         waitFor(() -> main.isVisible() ? null : main, "main window hidden"); // it hides once the form shows
         JTextComponent text1 = (JTextComponent) find(form, "Text1");

@@ -65,8 +65,7 @@ class VehicleSheetsGuiTest {
     @Test
     void sheetPreviewFromTheVehicleForm() throws Exception {
         JFrame main = startMain(dir, exits::incrementAndGet);
-        clickMenu(main.getJMenuBar(), "Gepkocsik");
-        JDialog form = waitFor(() -> dialogNamed("GKTorzsFormX"), "vehicle form");
+        JDialog form = openFromMenu(main, "Gepkocsik", "GKTorzsFormX");
         JTextComponent text1 = (JTextComponent) find(form, "Text1");
         waitFor(() -> "ŰRH-455".equals(text1.getText()) ? text1 : null, "last vehicle");
 

@@ -328,6 +328,12 @@ public final class Gui {
      * Clicks (later, on the event thread) the menu item of that name: in the menu bar of {@code c} where it
      * is a frame or dialog, else below {@code c} itself (a menu bar).
      */
+    /** Clicks a main-menu entry and waits for the modal form it opens. */
+    public static JDialog openFromMenu(JFrame main, String menuEntry, String formName) throws Exception {
+        clickMenu(main.getJMenuBar(), menuEntry);
+        return waitFor(() -> dialogNamed(formName), formName);
+    }
+
     public static void clickMenu(Container c, String name) {
         AbstractButton item = onEdt(() -> (AbstractButton) findIn(menuBar(c), name));
         assertThat(item).as("menu " + name).isNotNull();
