@@ -35,7 +35,9 @@ std::vector<Item> items(const uint8_t* page) {
         uint16_t w = get16(page + kHeaderSize + 2 * i);
         size_t start = w & kOffsetMask;
         out[i].flags = w & (kDeleted | kOverflow);
-        if (!(w & kDeleted) && start <= end && start >= slotTableEnd(n))
+        // A deleted row (0x8000|0x4000) keeps no bytes; a row with 0x8000 alone is a moved row's
+        // data, kept.
+        if ((w & (kDeleted | kOverflow)) != (kDeleted | kOverflow) && start <= end && start >= slotTableEnd(n))
             out[i].bytes.assign(page + start, page + end);
         if (start <= end) end = start;
     }
@@ -81,8 +83,9 @@ Slot slot(const uint8_t* page, uint16_t row, const std::string& file, uint32_t p
     s.end = row == 0 ? uint16_t(kPageSize) : uint16_t(get16(page + kHeaderSize + 2 * (row - 1)) & kOffsetMask);
     s.deleted = w & kDeleted;
     s.overflow = w & kOverflow;
-    // A deleted row's bytes may have been reclaimed; only its flag matters then.
-    if (!s.deleted && (s.start < slotTableEnd(n) || s.start > s.end || s.end > kPageSize))
+    // A deleted row's bytes may have been reclaimed; only its flag matters then. A row flagged
+    // 0x8000 alone holds the data of a moved row and must be sound.
+    if (!(s.deleted && s.overflow) && (s.start < slotTableEnd(n) || s.start > s.end || s.end > kPageSize))
         fail(ErrorKind::Corrupt, file,
              "row " + std::to_string(row) + " on page " + std::to_string(pgno) + " has bad bounds");
     if (s.overflow && !s.deleted && s.size() < 4)
@@ -138,11 +141,10 @@ bool replaceRow(uint8_t* page, uint16_t row, const uint8_t* data, size_t n) {
     size_t end = row == 0 ? kPageSize : (get16(page + kHeaderSize + 2 * (row - 1)) & kOffsetMask);
     if (end >= start && end - start == n) {
         std::memcpy(page + start, data, n);
-        put16(page + kHeaderSize + 2 * row, uint16_t(start));
         return true;
     }
     auto all = items(page);
-    all[row] = Item{0, std::vector<uint8_t>(data, data + n)};
+    all[row].bytes.assign(data, data + n);
     return layout(page, all);
 }
 
@@ -157,8 +159,16 @@ bool setOverflow(uint8_t* page, uint16_t row, RowId target) {
 
 void deleteRow(uint8_t* page, uint16_t row) {
     if (row >= rowCount(page)) return;
+    auto all = items(page);
+    all[row].flags = kDeleted | kOverflow;
+    all[row].bytes.clear();
+    layout(page, all);
+}
+
+void addFlags(uint8_t* page, uint16_t row, uint16_t flags) {
+    if (row >= rowCount(page)) return;
     uint8_t* w = page + kHeaderSize + 2 * row;
-    put16(w, uint16_t((get16(w) & kOffsetMask) | kDeleted));
+    put16(w, uint16_t(get16(w) | (flags & (kDeleted | kOverflow))));
 }
 
 void compact(uint8_t* page) { layout(page, items(page)); }

@@ -6,7 +6,8 @@
 //   ... free space ... | row n-1 | ... | row 1 | row 0 |   <- page end (4096)
 //
 //   slot word: bits 0..12 the row's start offset, 0x4000 the row is an overflow pointer
-//   (row (1) + page (3) of where the row lives now), 0x8000 the row is deleted.
+//   (row (1) + page (3) of where the row lives now), 0x8000|0x4000 the row is deleted (no bytes),
+//   0x8000 alone: the data of a row that lives behind an overflow pointer elsewhere.
 //   Row i runs from its start to the start of row i-1 (row 0 to the page end), so rows lie in
 //   slot order from the page end down; "free" is the gap between the slot table and the lowest row.
 #pragma once
@@ -75,14 +76,18 @@ bool canAppend(const uint8_t* page, size_t n);
 // Adds a row in a new slot (compacting first when the gap is too small); returns the slot.
 // The caller checked canAppend.
 uint16_t appendRow(uint8_t* page, const uint8_t* data, size_t n);
-// Gives row `row` new bytes, keeping its slot number and flags cleared; false (page unchanged)
-// when the page cannot hold them.
+// Gives row `row` new bytes, keeping its slot number and flags; false (page unchanged) when the
+// page cannot hold them.
 bool replaceRow(uint8_t* page, uint16_t row, const uint8_t* data, size_t n);
 // Turns the slot into an overflow pointer to `target` (4 bytes of row data).
 bool setOverflow(uint8_t* page, uint16_t row, RowId target);
-// Marks the slot deleted; its bytes stay until a compaction needs the room.
+// Deletes the row as Access does: flags 0x8000|0x4000 and no bytes left (the page is compacted).
 void deleteRow(uint8_t* page, uint16_t row);
-// Rewrites the rows tightly against the page end in slot order; deleted rows keep no bytes.
+// Sets flag bits on a slot (0x8000 on a row that lives behind an overflow pointer, so that scans
+// skip it at its own place).
+void addFlags(uint8_t* page, uint16_t row, uint16_t flags);
+// Rewrites the rows tightly against the page end in slot order; deleted rows (0x8000|0x4000)
+// keep no bytes.
 void compact(uint8_t* page);
 // Whether every slot is deleted (the page holds nothing of value).
 bool allDeleted(const uint8_t* page);

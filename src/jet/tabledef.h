@@ -93,6 +93,7 @@ struct TableDef {
     UsageMapRef freeSpacePages;
     std::vector<uint32_t> defPages;  // the TDEF page chain, first page first
     uint32_t lastLvalPage = 0;       // writers' hint (not stored): the LVAL page last written to
+    uint32_t lastDataPage = 0;       // writers' hint (not stored): the data page last written to
 
     const Column* column(std::string_view name) const;  // without regard to case
 };
