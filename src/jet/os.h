@@ -10,10 +10,16 @@ namespace jet {
 
 class File {
 public:
-    enum class Open { ReadOnly, ReadWrite, CreateNew, CreateOrTruncate };
+    // OpenOrCreate keeps an existing file's content. A read-only file opened for writing fails with
+    // an Io error saying so.
+    enum class Open { ReadOnly, ReadWrite, CreateNew, CreateOrTruncate, OpenOrCreate };
     static std::unique_ptr<File> open(const std::string& path, Open how);
+    // nullptr when the file does not exist (other failures still throw).
+    static std::unique_ptr<File> openIfExists(const std::string& path, Open how);
     static bool exists(const std::string& path);
     static void remove(const std::string& path);  // no error when absent
+    // Makes the folder entries of the folder holding `path` durable (a created or removed file).
+    static void syncFolderOf(const std::string& path);
     ~File();
 
     uint64_t size() const;
@@ -28,6 +34,8 @@ public:
     enum class Lock { Shared, Exclusive };
     bool lock(uint64_t off, uint64_t len, Lock kind, bool wait);
     void unlock(uint64_t off, uint64_t len);
+    // True when another open file holds a lock that conflicts with `kind` on the range.
+    bool lockedByOthers(uint64_t off, uint64_t len, Lock kind) const;
 
     const std::string& path() const { return path_; }
 
@@ -36,5 +44,9 @@ private:
     std::string path_;
     int fd_;
 };
+
+// Test hook, process-wide: after `n` more writes, syncs and truncations succeed, every further one
+// fails with an I/O error (as a failing disk would) until called again with a negative n.
+void injectIoFailureAfter(long n);
 
 }  // namespace jet

@@ -4,11 +4,14 @@
 //
 //   file:     | page 0 (header) | page 1 | page 2 | ... |      4096 bytes each
 //   journal:  FILE-journal beside the file while a commit is under way (see journal.h)
-//   counter:  FILE.klk beside the file: a commit counter, bumped by every commit, so that other
-//             processes know their cached pages are stale
+//   counter:  FILE.klk beside the file: a commit counter (its first 8 bytes, little-endian; the rest
+//             of the file is left alone), bumped by every commit, so that other processes know
+//             their cached pages are stale
+//   locks:    byte ranges of the database file far past its end (layout in pager.cpp)
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -50,15 +53,42 @@ public:
     PageRef page(uint32_t pgno);
 
     // Outside a transaction: drops the cached pages when another process committed since the last
-    // look. Cheap when nothing changed (one small read).
+    // look (or the file's size changed). Cheap when nothing changed (one small read and a stat).
     void refresh();
+    // Increases whenever pages that callers may have read were discarded: the cache dropped by
+    // refresh(), begin() or the recovery of a crashed writer's journal, or a rollback() of a
+    // transaction that had changed pages. Whoever keeps state parsed from pages (table
+    // definitions) compares it with the value it read them at.
+    uint64_t generation() const { return generation_; }
 
-    // The write transaction. begin() waits for the file's write lock; nested begin() calls nest
-    // and only the outermost commit() writes. rollback() drops every change of the transaction.
+    // One read operation: holds the file's shared lock (so no other process's commit lands in the
+    // middle of it) and refreshes the cache on entry. Nests. Without it, a page missing from the
+    // cache is read under the shared lock for just that read. A cached page never takes a lock.
+    void beginRead();
+    void endRead();
+    class ReadLock {
+    public:
+        explicit ReadLock(Pager& p) : p_(p) { p_.beginRead(); }
+        ~ReadLock() { p_.endRead(); }
+        ReadLock(const ReadLock&) = delete;
+        ReadLock& operator=(const ReadLock&) = delete;
+
+    private:
+        Pager& p_;
+    };
+
+    // The write transaction. begin() waits for the file's write lock (one writer at a time) and
+    // refreshes the cache; nested begin() calls nest and only the outermost commit() writes.
+    // rollback() drops every change of the transaction; the cache stays valid. A commit that fails
+    // (Locked: readers did not let go within the busy timeout; Io) leaves the file as it was and
+    // the transaction rolled back; a journal it could not undo is recovered by the next opener.
     void begin();
     void commit();
     void rollback();
     bool inTransaction() const { return depth_ > 0; }
+
+    // How long a commit waits for readers to finish, and a reader for a commit (Locked after).
+    void setBusyTimeout(std::chrono::milliseconds t) { busyTimeout_ = t; }
 
     // A writable copy of a page inside the transaction; valid until commit() or rollback().
     uint8_t* modify(uint32_t pgno);
@@ -66,7 +96,7 @@ public:
     uint32_t append();
 
     // Record locks for editing a row, held until unlockRow() or the pager closes. Returns false when
-    // another process holds the row.
+    // another process (or another Pager on the file) holds the row. Needs a writable pager.
     bool lockRow(uint32_t pgno, uint16_t row);
     void unlockRow(uint32_t pgno, uint16_t row);
 
@@ -76,16 +106,38 @@ public:
 private:
     Pager(std::string path, Mode mode);
 
+    PageRef readPage(uint32_t pgno);
+    void lockShared();
+    void unlockShared();
+    void lockReserved();
+    void lockExclusive();
+    void unlockExclusive();
+    void endWrite();
+    bool journalIsHot();
+    void recoverJournal();
+    uint64_t readCounter();
+    void bumpCounter();
+    void syncWithFile();
+    void dropCache();
+
     std::string path_;
+    std::string journal_;
     Mode mode_;
     std::unique_ptr<File> file_;
+    std::unique_ptr<File> counter_;  // FILE.klk; null while it does not exist (read-only opens)
+    uint64_t fileSize_ = 0;   // bytes of the file on disk, as last seen
     uint32_t filePages_ = 0;  // pages in the file on disk
     std::unordered_map<uint32_t, std::shared_ptr<Page>> cache_;
     std::unordered_map<uint32_t, std::shared_ptr<Page>> dirty_;  // the transaction's copies
+    std::unordered_map<uint32_t, PageRef> originals_;            // their images before the transaction
     uint32_t txPages_ = 0;  // page count inside the transaction
     int depth_ = 0;
+    int readDepth_ = 0;
+    bool shared_ = false, reserved_ = false, exclusive_ = false;  // locks held
+    std::chrono::milliseconds busyTimeout_{5000};
     uint64_t reads_ = 0;
     uint64_t seenCounter_ = 0;
+    uint64_t generation_ = 0;
 };
 
 }  // namespace jet
