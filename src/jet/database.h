@@ -53,6 +53,9 @@ public:
     // slot). The callback returns false to stop.
     void scan(const std::function<bool(RowId, const Row&)>& visit) const;
     std::vector<RowId> rowIds() const;
+    // Every live row in the order its bytes lie in the file: an overflowed row where its bytes
+    // are now, not at its home slot (the order other readers list rows in).
+    void scanStored(const std::function<bool(RowId, const Row&)>& visit) const;
     // One row; a deleted or absent row fails with NoSuchRow.
     Row read(RowId id) const;
     // Only some columns (by position in def().columns) — cheaper for wide rows.
@@ -70,9 +73,15 @@ public:
     std::vector<RowId> indexOrder(std::string_view indexName) const;
     std::vector<RowId> seek(std::string_view indexName, const std::vector<Value>& key) const;
 
+    // For the engine's own writers (row, index and definition code): the definition they keep
+    // current (row count, autonumber, index roots) inside a transaction.
+    TableDef& mutableDef() { return def_; }
+
 private:
     friend class Database;
     Table(Database& db, TableDef def) : db_(db), def_(std::move(def)) {}
+    // Reads the definition again when another process committed or a rollback dropped changes.
+    void freshen() const;
     Database& db_;
     TableDef def_;
 };
@@ -111,6 +120,8 @@ public:
 
 private:
     Database() = default;
+    void freshenCatalog();
+    void reloadDefinitions();  // every open table's definition and the catalogue, in place
     struct Impl;
     std::unique_ptr<Pager> pager_;
     std::unique_ptr<Impl> impl_;

@@ -1,0 +1,198 @@
+// Row decoding (layout drawn in rowcodec.h) and overflow pointers.
+#include "rowcodec.h"
+
+#include "longvalue.h"
+#include "text.h"
+#include "usagemap.h"
+
+namespace jet {
+
+namespace {
+
+std::string place(RowId at) { return "row " + std::to_string(at.row) + " on page " + std::to_string(at.page); }
+
+template <class T>
+T& as(Value& v) {
+    if (auto* p = std::get_if<T>(&v)) return *p;
+    return v.emplace<T>();
+}
+
+}  // namespace
+
+uint16_t fixedSize(const Column& c) {
+    switch (c.type) {
+        case ColType::Boolean: return 0;
+        case ColType::Byte: return 1;
+        case ColType::Integer: return 2;
+        case ColType::Long: return 4;
+        case ColType::Currency: return 8;
+        case ColType::Single: return 4;
+        case ColType::Double: return 8;
+        case ColType::DateTime: return 8;
+        case ColType::Guid: return 16;
+        case ColType::Numeric: return 17;
+        default: return c.length;
+    }
+}
+
+RowView::RowView(const uint8_t* row, size_t len, bool hasVar, const std::string& file, RowId where)
+    : row_(row), len_(len), file_(file), where_(where) {
+    if (len < 2) fail(ErrorKind::Corrupt, file, place(where) + " is too short (" + std::to_string(len) + " bytes)");
+    columnCount_ = le16(row);
+    size_t maskLen = (size_t(columnCount_) + 7) / 8;
+    if (2 + maskLen > len)
+        fail(ErrorKind::Corrupt, file, place(where) + ": its null mask for " + std::to_string(columnCount_) +
+                                           " columns does not fit in " + std::to_string(len) + " bytes");
+    mask_ = row + len - maskLen;
+    size_t end = len - maskLen;
+    fixedEnd_ = end;
+    if (hasVar) {
+        if (end < 2 + 4)
+            fail(ErrorKind::Corrupt, file, place(where) + " has no room for its variable column table");
+        varCount_ = le16(row + end - 2);
+        if (2 + 4 + 2 * size_t(varCount_) > end)
+            fail(ErrorKind::Corrupt, file, place(where) + ": its table of " + std::to_string(varCount_) +
+                                               " variable columns does not fit");
+        varTable_ = end - 4;
+        fixedEnd_ = end - 4 - 2 * size_t(varCount_);
+    }
+}
+
+bool RowView::var(uint16_t i, const uint8_t*& p, size_t& n) const {
+    if (i >= varCount_) return false;
+    size_t start = le16(row_ + varTable_ - 2 * size_t(i));
+    size_t stop = le16(row_ + varTable_ - 2 * (size_t(i) + 1));
+    if (start < 2 || start > stop || stop > fixedEnd_)
+        fail(ErrorKind::Corrupt, file_, place(where_) + ": variable column " + std::to_string(i) + " at " +
+                                            std::to_string(start) + ".." + std::to_string(stop) + " lies outside the row");
+    p = row_ + start;
+    n = stop - start;
+    return true;
+}
+
+bool RowView::fixed(uint16_t offset, uint16_t size, const uint8_t*& p) const {
+    size_t pos = row::kFixedStart + size_t(offset);
+    if (pos + size > fixedEnd_) return false;
+    p = row_ + pos;
+    return true;
+}
+
+RowDecoder::RowDecoder(Pager& pager, const TableDef& def) : pager_(pager) {
+    cols_.reserve(def.columns.size());
+    for (const Column& c : def.columns) {
+        bool fixed = c.fixed();
+        cols_.push_back(Col{c.type, c.number, fixed, fixed ? c.fixedOffset : c.varIndex, fixed ? fixedSize(c) : uint16_t(0),
+                            c.scale});
+        if (!fixed) hasVar_ = true;
+    }
+}
+
+void RowDecoder::decodeInto(const RowView& v, const Col& c, Value& out) const {
+    if (c.type == ColType::Boolean) {
+        out = v.notNull(c.number);
+        return;
+    }
+    if (!v.notNull(c.number)) {
+        out = std::monostate{};
+        return;
+    }
+    const uint8_t* p = nullptr;
+    size_t n = 0;
+    if (c.fixed) {
+        if (!v.fixed(c.offset, c.size, p)) {
+            // A fixed column beyond the row's fixed area: the row is broken.
+            fail(ErrorKind::Corrupt, pager_.path(), "a row of " + std::to_string(v.size()) + " bytes has no room for a fixed column at offset " +
+                                                        std::to_string(c.offset));
+        }
+        n = c.size;
+    } else if (!v.var(c.offset, p, n)) {
+        out = std::monostate{};
+        return;
+    }
+    switch (c.type) {
+        case ColType::Byte: out = uint8_t(p[0]); return;
+        case ColType::Integer: out = int16_t(le16(p)); return;
+        case ColType::Long: out = int32_t(le32(p)); return;
+        case ColType::Currency: out = Currency{int64_t(le64(p))}; return;
+        case ColType::Single: out = leFloat(p); return;
+        case ColType::Double: out = leDouble(p); return;
+        case ColType::DateTime: out = DateTime{leDouble(p)}; return;
+        case ColType::Guid: {
+            Guid g;
+            std::copy(p, p + 16, g.bytes.begin());
+            out = g;
+            return;
+        }
+        case ColType::Numeric: {
+            // | sign (1) | 4 words of 32 bits, little-endian each, most significant word first |
+            if (le32(p + 1) != 0) fail(ErrorKind::Corrupt, pager_.path(), "a Decimal value exceeds 96 bits");
+            Decimal d;
+            d.negative = p[0] != 0;
+            d.magnitude = {le32(p + 13), le32(p + 9), le32(p + 5)};
+            d.scale = c.scale;
+            out = d;
+            return;
+        }
+        case ColType::Text: decodeTextInto(p, n, as<std::string>(out)); return;
+        case ColType::Memo: {
+            Bytes raw = readLongValue(pager_, p, n);
+            decodeTextInto(raw.data(), raw.size(), as<std::string>(out));
+            return;
+        }
+        case ColType::Ole: out = readLongValue(pager_, p, n); return;
+        default: {
+            Bytes& b = as<Bytes>(out);
+            b.assign(p, p + n);
+            return;
+        }
+    }
+}
+
+void RowDecoder::decode(const uint8_t* row, size_t len, RowId where, Row& out) const {
+    RowView v(row, len, hasVar_, pager_.path(), where);
+    out.resize(cols_.size());
+    for (size_t i = 0; i < cols_.size(); ++i) decodeInto(v, cols_[i], out[i]);
+}
+
+Value RowDecoder::decodeOne(const uint8_t* row, size_t len, RowId where, size_t column) const {
+    RowView v(row, len, hasVar_, pager_.path(), where);
+    Value out;
+    decodeInto(v, cols_.at(column), out);
+    return out;
+}
+
+RowLocation followOverflow(Pager& pager, const uint8_t* pointer, RowId home) {
+    const std::string& file = pager.path();
+    RowId t{le24(pointer + 1), pointer[0]};
+    for (int hop = 0; hop < 8; ++hop) {
+        if (t.page == 0 || t.page >= pager.pageCount())
+            fail(ErrorKind::Corrupt, file, place(home) + " overflows to page " + std::to_string(t.page) + ", outside the file");
+        RowLocation loc;
+        loc.page = pager.page(t.page);
+        const uint8_t* d = loc.page->data();
+        datapage::checkDataPage(d, file, t.page);
+        uint16_t n = datapage::rowCount(d);
+        if (t.row >= n) fail(ErrorKind::Corrupt, file, place(home) + " overflows to an absent " + place(t));
+        uint16_t w = le16(d + datapage::kHeaderSize + 2 * t.row);
+        size_t start = w & datapage::kOffsetMask;
+        size_t end = t.row == 0 ? kPageSize : (le16(d + datapage::kHeaderSize + 2 * (t.row - 1)) & datapage::kOffsetMask);
+        if (start < datapage::kHeaderSize + 2 * size_t(n) || start > end || end > kPageSize)
+            fail(ErrorKind::Corrupt, file, place(home) + " overflows to " + place(t) + ", which has bad bounds");
+        if (w & datapage::kOverflow) {
+            if (end - start < 4) fail(ErrorKind::Corrupt, file, place(t) + " is a too short overflow pointer");
+            t = RowId{le24(d + start + 1), d[start]};
+            continue;
+        }
+        loc.start = uint16_t(start);
+        loc.end = uint16_t(end);
+        loc.at = t;
+        return loc;
+    }
+    fail(ErrorKind::Corrupt, file, place(home) + ": its overflow pointers loop or run too long");
+}
+
+std::vector<uint32_t> ownedPages(Pager& pager, const TableDef& def) {
+    return UsageMap::read(pager, def.ownedPages).pages();
+}
+
+}  // namespace jet

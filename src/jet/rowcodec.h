@@ -1,0 +1,126 @@
+// Decoding a table row, and walking the rows of a table's data pages.
+//
+//   row: | column count N (2) | fixed area: fixed columns at their offsets | variable data ... |
+//        | end of variable data (2) | offset of variable column v (2), for v = V-1 .. 0 |
+//        | V (2) | null mask: (N + 7) / 8 bytes, bit c set = column c not null |
+//   Offsets count from the row start; variable column v runs from offset[v] to offset[v + 1]
+//   (the end of data for the last). A Boolean lives only in the null mask (bit set = true).
+//   A table without variable columns stores neither offsets nor V. A row written before a
+//   column was added has a smaller N: the newer columns are null (Booleans false).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "datapage.h"
+#include "error.h"
+#include "format.h"
+#include "pager.h"
+#include "tabledef.h"
+#include "value.h"
+
+namespace jet {
+
+// Bytes a fixed column of this type takes in the fixed area (0 for Boolean).
+uint16_t fixedSize(const Column& c);
+
+// The parts of one stored row, bounds checked at parse time.
+class RowView {
+public:
+    // Throws Corrupt (naming the file, page and slot) when the row's structure does not fit.
+    RowView(const uint8_t* row, size_t len, bool hasVarColumns, const std::string& file, RowId where);
+
+    uint16_t columnCount() const { return columnCount_; }
+    bool notNull(uint16_t columnNumber) const {
+        return columnNumber < columnCount_ && (mask_[columnNumber >> 3] >> (columnNumber & 7) & 1);
+    }
+    // A variable column's bytes; false when the row has no such entry (a later column).
+    bool var(uint16_t varIndex, const uint8_t*& p, size_t& n) const;
+    // A fixed column's bytes; false when they lie beyond the row.
+    bool fixed(uint16_t offset, uint16_t size, const uint8_t*& p) const;
+    const uint8_t* data() const { return row_; }
+    size_t size() const { return len_; }
+
+private:
+    const uint8_t* row_;
+    size_t len_;
+    uint16_t columnCount_ = 0;
+    const uint8_t* mask_ = nullptr;
+    uint16_t varCount_ = 0;
+    size_t varTable_ = 0;  // position of the offset of variable column 0
+    size_t fixedEnd_ = 0;  // end of the area where data may lie
+    const std::string& file_;
+    RowId where_;
+};
+
+// Per-table decoding plan, built once per scan.
+class RowDecoder {
+public:
+    RowDecoder(Pager& pager, const TableDef& def);
+    // All columns, in def.columns order, into `out` (its strings and vectors are reused).
+    void decode(const uint8_t* row, size_t len, RowId where, Row& out) const;
+    // One column (position in def.columns).
+    Value decodeOne(const uint8_t* row, size_t len, RowId where, size_t column) const;
+    size_t columnCount() const { return cols_.size(); }
+
+private:
+    struct Col {
+        ColType type;
+        uint16_t number;
+        bool fixed;
+        uint16_t offset;   // fixed area offset, or variable index
+        uint16_t size;     // fixed size
+        uint8_t scale;
+    };
+    void decodeInto(const RowView& v, const Col& c, Value& out) const;
+
+    Pager& pager_;
+    std::vector<Col> cols_;
+    bool hasVar_ = false;
+};
+
+// Where a live row's bytes are: its own slot, or where its overflow pointer leads.
+struct RowLocation {
+    PageRef page;   // holds the bytes alive
+    uint16_t start = 0, end = 0;
+    RowId at;       // where the bytes are (the home slot unless the row overflowed)
+};
+
+// Follows an overflow pointer from a slot's 4 bytes to the row's bytes (a few hops at most, no
+// loops). Corrupt when it leads nowhere sensible.
+RowLocation followOverflow(Pager& pager, const uint8_t* pointer, RowId home);
+
+// The data pages of `def` among `pages` (its owned pages, ascending), each fetched once: every
+// live row in physical order, visit(RowId home, const uint8_t* bytes, size_t len) returning
+// false to stop. LVAL and index pages in the list are skipped.
+template <class Visit>
+void forEachRow(Pager& pager, const TableDef& def, const std::vector<uint32_t>& pages, Visit&& visit) {
+    const std::string& file = pager.path();
+    for (uint32_t pg : pages) {
+        if (pg == 0 || pg >= pager.pageCount()) continue;
+        PageRef p = pager.page(pg);
+        const uint8_t* d = p->data();
+        if (d[0] != page::kData || le32(d + 4) != def.firstPage) continue;
+        uint16_t n = datapage::rowCount(d);
+        datapage::checkDataPage(d, file, pg);
+        for (uint16_t r = 0; r < n; ++r) {
+            datapage::Slot s = datapage::slot(d, r, file, pg);
+            if (s.deleted) continue;
+            RowId home{pg, r};
+            if (s.overflow) {
+                RowLocation loc = followOverflow(pager, d + s.start, home);
+                if (!visit(home, loc.page->data() + loc.start, size_t(loc.end - loc.start))) return;
+            } else if (!visit(home, d + s.start, s.size())) {
+                return;
+            }
+        }
+    }
+}
+
+// The owned pages of a table (ascending).
+std::vector<uint32_t> ownedPages(Pager& pager, const TableDef& def);
+
+}  // namespace jet
