@@ -84,7 +84,7 @@ final class Check {
                 Object[] values = table.asRow(row);
                 for (IndexData d : datas) {
                     boolean allNull = d.getColumns().stream().allMatch(c -> values[c.getColumnIndex()] == null);
-                    expected.get(d).add(new Key(entryBytes(d, values), rowId, allNull, values));
+                    expected.get(d).add(new Key(tryEntryBytes(d, values), rowId, allNull, values));
                 }
             }
         } catch (RuntimeException e) {
@@ -132,6 +132,11 @@ final class Check {
         }
         if (entries.size() != wanted.size()) {
             problems.add(where + ": " + entries.size() + " entries for " + wanted.size() + " indexed rows");
+        }
+        if (rows.stream().anyMatch(k -> k.bytes == null)) {
+            // Jackcess cannot encode these keys (a sort order it only reads): count and order only.
+            report(all, problems, null);
+            return;
         }
 
         // Same (key, row) pairs on both sides: a merge over both sorted lists.
@@ -232,6 +237,15 @@ final class Check {
             b.append(i.getName());
         }
         return b.toString();
+    }
+
+    /** The key bytes Jackcess would write for the row, or null when it cannot encode them. */
+    static byte[] tryEntryBytes(IndexData data, Object[] row) {
+        try {
+            return entryBytes(data, row);
+        } catch (IOException | RuntimeException e) {
+            return null;
+        }
     }
 
     static byte[] entryBytes(IndexData data, Object[] row) throws IOException {

@@ -12,8 +12,6 @@ import java.util.Map;
 
 import com.healthmarketscience.jackcess.Column;
 import com.healthmarketscience.jackcess.ColumnBuilder;
-import com.healthmarketscience.jackcess.Cursor;
-import com.healthmarketscience.jackcess.CursorBuilder;
 import com.healthmarketscience.jackcess.DataType;
 import com.healthmarketscience.jackcess.Database;
 import com.healthmarketscience.jackcess.DatabaseBuilder;
@@ -205,17 +203,15 @@ final class ScriptWriter {
             Column c = columnOf(t, f[i]);
             changes.put(c.getName(), Values.parse(c, f[i + 1]));
         }
-        int n = 0;
-        Cursor cursor = CursorBuilder.createCursor(t);
         Column key = columnOf(t, f[2]);
         String wanted = Values.format(key, Values.parse(key, f[3]));
         // Collect first: an update may move a row, and a scan must not meet it twice.
-        List<Cursor.Savepoint> hits = matches(cursor, key, wanted);
-        for (Cursor.Savepoint sp : hits) {
-            cursor.restoreSavepoint(sp);
-            cursor.updateCurrentRowFromMap(changes);
-            n++;
+        List<Row> hits = matches(t, key, wanted);
+        for (Row row : hits) {
+            row.putAll(changes);
+            t.updateRow(row);
         }
+        int n = hits.size();
         if (n == 0) throw new Main.Failure("no row in " + t.getName() + " where " + key.getName() + " is " + f[3]);
     }
 
@@ -225,21 +221,17 @@ final class ScriptWriter {
         Table t = table(f[1]);
         Column key = columnOf(t, f[2]);
         String wanted = Values.format(key, Values.parse(key, f[3]));
-        Cursor cursor = CursorBuilder.createCursor(t);
-        List<Cursor.Savepoint> hits = matches(cursor, key, wanted);
-        for (Cursor.Savepoint sp : hits) {
-            cursor.restoreSavepoint(sp);
-            cursor.deleteCurrentRow();
+        List<Row> hits = matches(t, key, wanted);
+        for (Row row : hits) {
+            t.deleteRow(row);
         }
         if (hits.isEmpty()) throw new Main.Failure("no row in " + t.getName() + " where " + key.getName() + " is " + f[3]);
     }
 
-    private static List<Cursor.Savepoint> matches(Cursor cursor, Column key, String wanted) throws IOException {
-        List<Cursor.Savepoint> hits = new ArrayList<>();
-        cursor.beforeFirst();
-        Row row;
-        while ((row = cursor.getNextRow()) != null) {
-            if (Values.format(key, row.get(key.getName())).equals(wanted)) hits.add(cursor.getSavepoint());
+    private static List<Row> matches(Table t, Column key, String wanted) throws IOException {
+        List<Row> hits = new ArrayList<>();
+        for (Row row : t) {
+            if (Values.format(key, row.get(key.getName())).equals(wanted)) hits.add(row);
         }
         return hits;
     }
