@@ -23,6 +23,7 @@ namespace {
 [[noreturn]] void ioFail(const std::string& path, const std::string& what) { ioFail(path, what, errno); }
 
 std::atomic<long> ioBudget{-1};  // writes left before the injected failure; negative: none
+std::atomic<long> writeDelay{0};  // microseconds
 
 // True when the test hook says this write/sync/truncate is to fail.
 bool injectedFailure() {
@@ -37,6 +38,7 @@ bool injectedFailure() {
 }  // namespace
 
 void injectIoFailureAfter(long n) { ioBudget.store(n < 0 ? -1 : n); }
+void injectWriteDelay(long microseconds) { writeDelay.store(microseconds); }
 
 std::unique_ptr<File> File::open(const std::string& path, Open how) {
     int flags = O_CLOEXEC;
@@ -118,6 +120,7 @@ size_t File::readAt(uint64_t off, void* buf, size_t n) const {
 
 void File::writeAt(uint64_t off, const void* buf, size_t n) {
     if (injectedFailure()) ioFail(path_, "write failed", EIO);
+    if (long us = writeDelay.load()) ::usleep(static_cast<useconds_t>(us));
     size_t done = 0;
     while (done < n) {
         ssize_t r = ::pwrite(fd_, static_cast<const char*>(buf) + done, n - done, static_cast<off_t>(off + done));

@@ -48,5 +48,8 @@ private:
 // Test hook, process-wide: after `n` more writes, syncs and truncations succeed, every further one
 // fails with an I/O error (as a failing disk would) until called again with a negative n.
 void injectIoFailureAfter(long n);
+// Test hook, process-wide: every write first sleeps this long, widening the moments a crash test
+// aims its kills at. Zero turns it off.
+void injectWriteDelay(long microseconds);
 
 }  // namespace jet
