@@ -29,25 +29,27 @@ namespace {
 
 using namespace datapage;
 
-// The pager's transaction around one write, undone (with the in-memory definition) unless
-// committed.
+// The pager's transaction around one write (nested in the caller's batch). Unless committed, the
+// whole transaction is rolled back through the database, which also re-reads every open table's
+// definition: counters bumped in memory (row count, autonumber) go back with the pages.
 class WriteScope {
 public:
-    WriteScope(Pager& pager, TableDef& def) : pager_(pager), def_(def), saved_(def) { pager_.begin(); }
+    explicit WriteScope(Database& db) : db_(db) { db_.pager().begin(); }
     ~WriteScope() {
         if (done_) return;
-        pager_.rollback();
-        def_ = std::move(saved_);
+        try {
+            db_.rollback();
+        } catch (...) {
+            // Already failing; the pager has dropped the changes, the next access re-reads.
+        }
     }
     void commit() {
-        pager_.commit();
+        db_.pager().commit();
         done_ = true;
     }
 
 private:
-    Pager& pager_;
-    TableDef& def_;
-    TableDef saved_;
+    Database& db_;
     bool done_ = false;
 };
 
@@ -185,7 +187,8 @@ void checkRow(Pager& pager, const TableDef& def, const Row& row) {
 
 RowId Table::insert(Row row) {
     Pager& pager = db_.pager();
-    WriteScope scope(pager, def_);
+    WriteScope scope(db_);  // the write lock first, then a definition current with the file
+    freshen();
     checkRow(pager, def_, row);
     fillAutoNumbers(def_, row);
     checkUniqueKeys(*this, row, std::nullopt);
@@ -202,7 +205,8 @@ RowId Table::insert(Row row) {
 
 void Table::update(RowId id, Row row) {
     Pager& pager = db_.pager();
-    WriteScope scope(pager, def_);
+    WriteScope scope(db_);  // the write lock first, then a definition current with the file
+    freshen();
     checkRow(pager, def_, row);
     Located at = locate(pager, def_, id);
     Row old = read(id);
@@ -242,7 +246,8 @@ void Table::update(RowId id, Row row) {
 
 void Table::remove(RowId id) {
     Pager& pager = db_.pager();
-    WriteScope scope(pager, def_);
+    WriteScope scope(db_);  // the write lock first, then a definition current with the file
+    freshen();
     Located at = locate(pager, def_, id);
     Row old = read(id);
     freeLongValues(pager, def_, at.bytes);
