@@ -1,0 +1,178 @@
+// Several processes on one file: serialised commits, fresh reads after another's commit, row locks.
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <functional>
+
+#include "jet/error.h"
+#include "jet/pager.h"
+#include "jet/support.h"
+
+using namespace jet;
+
+namespace {
+
+// Runs f in a child process; its exit code is f's result (9 when it throws).
+pid_t spawn(const std::function<int()>& f) {
+    pid_t pid = fork();
+    if (pid == 0) {
+        int rc = 9;
+        try {
+            rc = f();
+        } catch (const std::exception& e) {
+            fprintf(stderr, "child: %s\n", e.what());
+        }
+        _exit(rc);
+    }
+    return pid;
+}
+int exitCode(pid_t pid) {
+    int status = 0;
+    waitpid(pid, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 100 + WTERMSIG(status);
+}
+
+// One byte through a pipe: a step of two processes in lock-step.
+struct Signal {
+    int fd[2];
+    Signal() { EXPECT_EQ(pipe(fd), 0); }
+    ~Signal() { close(fd[0]), close(fd[1]); }
+    void post() { EXPECT_EQ(write(fd[1], "x", 1), 1); }
+    bool wait() {
+        char c;
+        return read(fd[0], &c, 1) == 1;
+    }
+};
+
+uint64_t get(const uint8_t* p) {
+    uint64_t v;
+    std::memcpy(&v, p, 8);
+    return v;
+}
+void put(uint8_t* p, uint64_t v) { std::memcpy(p, &v, 8); }
+
+std::string makeFile(const testsupport::TempDir& dir, uint32_t pages) {
+    std::string path = (dir / "shared.mdb").string();
+    auto p = Pager::create(path);
+    p->begin();
+    for (uint32_t i = 0; i < pages; ++i) p->append();
+    p->commit();
+    return path;
+}
+
+}  // namespace
+
+TEST(MultiProcess, ConcurrentReadModifyWriteCommitsLoseNoUpdate) {
+    testsupport::TempDir dir;
+    // Page 0 holds the total, pages 1..4 one counter each: readers check total == sum.
+    std::string path = makeFile(dir, 5);
+    constexpr int kRounds = 120;
+    Signal go;
+    auto writer = [&](int id) {
+        return [&, id] {
+            go.wait();
+            auto p = Pager::open(path, Pager::Mode::ReadWrite);
+            for (int i = 0; i < kRounds; ++i) {
+                p->begin();
+                uint32_t pg = 1 + (i + id) % 4;
+                put(p->modify(pg), get(p->page(pg)->data()) + 1);
+                put(p->modify(0), get(p->page(0)->data()) + 1);
+                p->commit();
+            }
+            return 0;
+        };
+    };
+    // A reader inside a read operation must never see a commit half-applied.
+    auto reader = [&] {
+        go.wait();
+        auto p = Pager::open(path, Pager::Mode::ReadOnly);
+        uint64_t seen = 0;
+        while (seen < 2 * kRounds) {
+            Pager::ReadLock lock(*p);
+            uint64_t total = get(p->page(0)->data()), sum = 0;
+            for (uint32_t pg = 1; pg <= 4; ++pg) sum += get(p->page(pg)->data());
+            if (sum != total || total < seen) return 1;
+            seen = total;
+        }
+        return 0;
+    };
+    pid_t a = spawn(writer(0)), b = spawn(writer(1)), r = spawn(reader);
+    for (int i = 0; i < 3; ++i) go.post();
+    EXPECT_EQ(exitCode(a), 0);
+    EXPECT_EQ(exitCode(b), 0);
+    EXPECT_EQ(exitCode(r), 0);
+
+    auto p = Pager::open(path, Pager::Mode::ReadOnly);
+    uint64_t sum = 0;
+    for (uint32_t pg = 1; pg <= 4; ++pg) sum += get(p->page(pg)->data());
+    EXPECT_EQ(get(p->page(0)->data()), uint64_t(2 * kRounds));
+    EXPECT_EQ(sum, uint64_t(2 * kRounds));
+}
+
+TEST(MultiProcess, AReaderSeesAnotherProcessCommitAfterRefresh) {
+    testsupport::TempDir dir;
+    std::string path = makeFile(dir, 3);
+    Signal start, committed;
+    pid_t child = spawn([&] {
+        start.wait();
+        auto p = Pager::open(path, Pager::Mode::ReadWrite);
+        p->begin();
+        put(p->modify(1), 77);
+        p->append();
+        p->commit();
+        committed.post();
+        return 0;
+    });
+    auto p = Pager::open(path, Pager::Mode::ReadOnly);
+    EXPECT_EQ(get(p->page(1)->data()), 0u);
+    start.post();
+    ASSERT_TRUE(committed.wait());
+    EXPECT_EQ(exitCode(child), 0);
+    EXPECT_EQ(get(p->page(1)->data()), 0u);  // the cache answers until refreshed
+    uint64_t gen = p->generation();
+    p->refresh();
+    EXPECT_GT(p->generation(), gen);
+    EXPECT_EQ(p->pageCount(), 4u);
+    EXPECT_EQ(get(p->page(1)->data()), 77u);
+}
+
+TEST(MultiProcess, RowLocksExcludeOtherProcessesUntilUnlockOrExit) {
+    testsupport::TempDir dir;
+    std::string path = makeFile(dir, 8);
+    Signal toParent, toChild;
+    pid_t child = spawn([&] {
+        auto p = Pager::open(path, Pager::Mode::ReadWrite);
+        if (!p->lockRow(5, 3) || !p->lockRow(6, 0) || !p->lockRow(5, 3)) return 1;  // a re-lock is fine
+        toParent.post();
+        toChild.wait();
+        p->unlockRow(5, 3);
+        toParent.post();
+        toChild.wait();
+        return 0;  // exits holding (6, 0)
+    });
+    auto p = Pager::open(path, Pager::Mode::ReadWrite);
+    ASSERT_TRUE(toParent.wait());
+    EXPECT_FALSE(p->lockRow(5, 3));
+    EXPECT_FALSE(p->lockRow(6, 0));
+    EXPECT_TRUE(p->lockRow(5, 4));  // neighbours are separate rows
+    EXPECT_TRUE(p->lockRow(4, 3));
+    EXPECT_TRUE(p->lockRow(6, 1));
+    toChild.post();
+    ASSERT_TRUE(toParent.wait());
+    EXPECT_TRUE(p->lockRow(5, 3));
+    EXPECT_FALSE(p->lockRow(6, 0));
+    toChild.post();
+    EXPECT_EQ(exitCode(child), 0);
+    EXPECT_TRUE(p->lockRow(6, 0));
+
+    // A row lock never blocks reading or committing.
+    p->begin();
+    put(p->modify(5), 1);
+    p->commit();
+    auto ro = Pager::open(path, Pager::Mode::ReadOnly);
+    EXPECT_EQ(get(ro->page(5)->data()), 1u);
+    EXPECT_THROW(ro->lockRow(5, 3), JetError);
+}
