@@ -12,11 +12,12 @@
 #include <cstdint>
 #include <string>
 
+#include "indexkey.h"  // kGeneralSortOrder (1033)
+
 namespace jet {
 
 constexpr uint32_t kHeaderMaskOffset = 0x18;
 constexpr uint32_t kHeaderMaskLength = 128;
-constexpr uint16_t kGeneralSortOrder = 1033;
 
 struct DbHeader {
     uint8_t version = 1;
