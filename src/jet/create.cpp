@@ -640,6 +640,8 @@ Table& Database::createTable(const TableSpec& spec) {
         rollback();
         throw;
     }
+    // Our own commit leaves the cached catalogue in place: read it again to see the new table.
+    reloadDefinitions();
     return table(spec.name);
 }
 
