@@ -8,8 +8,10 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <algorithm>
 #include <random>
 
+#include "jet/database.h"
 #include "jet/error.h"
 #include "jet/journal.h"
 #include "jet/os.h"
@@ -151,4 +153,81 @@ TEST(CrashSafety, AWriterKilledAtRandomLeavesBeforeOrAfterOneBatch) {
     RecordProperty("batches", int(lastChecked));
     RecordProperty("hot_journals", int(hot));
     RecordProperty("torn_journals", int(torn));
+}
+
+namespace {
+
+constexpr int32_t kBatchBase = 500000, kBatchRows = 5;
+
+// The batches of kBatchRows rows an inserter has committed to Table2: -1 when they are not whole
+// batches 0..n-1, each row once.
+int committedBatches(Table& t) {
+    std::vector<int> seen;
+    t.scan([&](RowId, const Row& r) {
+        if (auto* id = std::get_if<int32_t>(&r[0]); id && *id >= kBatchBase) {
+            size_t k = size_t(*id - kBatchBase);
+            if (seen.size() <= k) seen.resize(k + 1, 0);
+            ++seen[k];
+        }
+        return true;
+    });
+    if (seen.size() % kBatchRows != 0 || std::count(seen.begin(), seen.end(), 1) != long(seen.size())) return -1;
+    return int(seen.size() / kBatchRows);
+}
+
+}  // namespace
+
+TEST(CrashSafety, AKilledInserterLeavesAnAccessFileBeforeOrAfterItsBatch) {
+    testsupport::TempDir dir;
+    std::string path = testsupport::copyTestFile("indexTestV2000.mdb", dir).string();
+    std::mt19937 rng(777);
+    int reported = 0, unreported = 0, hot = 0;
+    for (int it = 0; it < 25; ++it) {
+        int fds[2];
+        ASSERT_EQ(pipe(fds), 0);
+        pid_t pid = fork();
+        ASSERT_GE(pid, 0);
+        if (pid == 0) {
+            close(fds[0]);
+            injectWriteDelay(100);
+            try {
+                auto db = Database::open(path);
+                Table& t = db->table("Table2");
+                for (int32_t b = committedBatches(t);; ++b) {
+                    db->begin();
+                    for (int32_t k = 0; k < kBatchRows; ++k)
+                        t.insert({kBatchBase + b * kBatchRows + k, "batch " + std::to_string(b)});
+                    db->commit();
+                    int32_t done = b + 1;
+                    if (write(fds[1], &done, 4) != 4) _exit(3);
+                }
+            } catch (const std::exception& e) {
+                fprintf(stderr, "inserter: %s\n", e.what());
+                _exit(2);
+            }
+        }
+        close(fds[1]);
+        usleep(5000 + rng() % 60000);
+        kill(pid, SIGKILL);
+        int status = 0;
+        waitpid(pid, &status, 0);
+        ASSERT_TRUE(WIFSIGNALED(status)) << "the inserter stopped by itself, exit " << WEXITSTATUS(status);
+        int32_t b;
+        bool any = false;
+        while (read(fds[0], &b, 4) == 4) reported = b, any = true;
+        unreported = any ? 1 : unreported + 1;
+        close(fds[0]);
+        hot += File::exists(journalPath(path));
+
+        auto db = Database::open(path);
+        int now = committedBatches(db->table("Table2"));
+        ASSERT_GE(now, 0) << "a batch is only partly in the table";
+        EXPECT_TRUE(now >= reported && now <= reported + unreported) << now << " batches, reported " << reported;
+    }
+    EXPECT_GT(reported, 5);
+    EXPECT_GT(hot, 0);
+    if (testsupport::oracleAvailable()) {
+        auto check = testsupport::oracle({"check", path});
+        EXPECT_EQ(check.out, "OK\n") << check.err;
+    }
 }

@@ -5,8 +5,10 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <algorithm>
 #include <functional>
 
+#include "jet/database.h"
 #include "jet/error.h"
 #include "jet/pager.h"
 #include "jet/support.h"
@@ -175,4 +177,58 @@ TEST(MultiProcess, RowLocksExcludeOtherProcessesUntilUnlockOrExit) {
     auto ro = Pager::open(path, Pager::Mode::ReadOnly);
     EXPECT_EQ(get(ro->page(5)->data()), 1u);
     EXPECT_THROW(ro->lockRow(5, 3), JetError);
+}
+
+TEST(MultiProcess, TwoProcessesInsertingIntoOneTableOfAnAccessFileLoseNoRow) {
+    testsupport::TempDir dir;
+    std::string path = testsupport::copyTestFile("indexTestV2000.mdb", dir).string();
+    uint32_t before = 0;
+    {
+        auto db = Database::open(path, Database::Mode::ReadOnly);
+        before = db->table("Table2").rowCount();
+    }
+    constexpr int kRows = 60;
+    Signal go;
+    auto inserter = [&](int32_t base) {
+        return [&, base] {
+            go.wait();
+            auto db = Database::open(path);
+            Table& t = db->table("Table2");
+            for (int i = 0; i < kRows;) {
+                if (i % 10 == 0) {  // a batch of three, and single-row commits
+                    db->begin();
+                    for (int k = 0; k < 3; ++k, ++i) t.insert({int32_t(base + i), "b" + std::to_string(base + i)});
+                    db->commit();
+                } else {
+                    t.insert({int32_t(base + i), "s" + std::to_string(base + i)});
+                    ++i;
+                }
+            }
+            return 0;
+        };
+    };
+    pid_t a = spawn(inserter(100000)), b = spawn(inserter(200000));
+    go.post(), go.post();
+    EXPECT_EQ(exitCode(a), 0);
+    EXPECT_EQ(exitCode(b), 0);
+
+    auto db = Database::open(path, Database::Mode::ReadOnly);
+    Table& t = db->table("Table2");
+    EXPECT_EQ(t.rowCount(), before + 2 * kRows);
+    std::vector<int> seen(2 * kRows, 0);
+    uint32_t rows = 0;
+    t.scan([&](RowId, const Row& r) {
+        ++rows;
+        if (auto* id = std::get_if<int32_t>(&r[0]); id && *id >= 100000) {
+            int k = *id >= 200000 ? kRows + (*id - 200000) : *id - 100000;
+            if (k >= 0 && k < 2 * kRows) ++seen[size_t(k)];
+        }
+        return true;
+    });
+    EXPECT_EQ(rows, before + 2 * kRows);
+    EXPECT_EQ(std::count(seen.begin(), seen.end(), 1), 2 * kRows);
+    if (testsupport::oracleAvailable()) {
+        auto check = testsupport::oracle({"check", path});
+        EXPECT_EQ(check.out, "OK\n") << check.err;
+    }
 }
