@@ -263,10 +263,4 @@ void Table::remove(RowId id) {
     scope.commit();
 }
 
-// ---- Stand-ins until the index code lands: weak, so that its real definitions win. ----
-// TODO(index): remove these once index.cpp defines them.
-__attribute__((weak)) void checkUniqueKeys(Table&, const Row&, std::optional<RowId>) {}
-__attribute__((weak)) void indexInsert(Table&, RowId, const Row&) {}
-__attribute__((weak)) void indexRemove(Table&, RowId, const Row&) {}
-
 }  // namespace jet

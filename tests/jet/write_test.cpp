@@ -274,6 +274,8 @@ const char* kSchema =
     "column\tpic\tOLE\n"
     "column\tcode\tTEXT\t10\tnocompress\n"
     "column\tdec\tNUMERIC\t18\t4\n"
+    "index\tPrimaryKey\tprimary\tid\n"
+    "index\tbyName\tplain\tname,-small\n"
     "end\n";
 
 enum Col { Id, Name, Note, Flag, Amount, Ratio, When, Small, Tiny, Pic, Code, Dec };
@@ -461,41 +463,49 @@ TEST(WriteTable, ThousandsOfRowsInOneBatchAndOnAMicrosoftFile) {
 TEST(WriteTable, AFailingBatchLeavesTheFileAsItWas) {
     TempDir dir;
     std::string path = testsupport::copyTestFile("testV2000.mdb", dir).string();
-    std::string before;
-    uint32_t count = 0;
+    std::string before = readFile(path);
     {
         auto db = Database::open(path);
-        std::string name;
-        for (const std::string& n : db->tableNames()) {
-            const TableDef& d = db->table(n).def();
-            for (const Column& c : d.columns)
-                if (c.type == ColType::Text && !c.autoNumber() && name.empty()) name = n;
-        }
-        ASSERT_FALSE(name.empty());
-        Table& t = db->table(name);
-        count = t.rowCount();
-        before = readFile(path);
+        Table& t = db->table("Table1");  // A: Text(50) primary key, B: Text(100)
+        uint32_t count = t.rowCount();
+        Row existing = t.read(t.rowIds().front());
+        auto withKey = [&](const std::string& a) {
+            Row r(t.def().columns.size());
+            r[0] = a;
+            return r;
+        };
 
-        Row good(t.def().columns.size());
-        Row bad = good;
-        size_t textCol = 0;
-        while (t.def().columns[textCol].type != ColType::Text) ++textCol;
-        bad[textCol] = std::string(t.def().columns[textCol].length, 'x');  // twice too long
-
-        db->begin();
-        t.insert(good);
-        t.insert(Row(t.def().columns.size()));
-        try {
+        auto failsWith = [&](ErrorKind kind, const std::function<void()>& f) {
+            try {
+                f();
+                ADD_FAILURE() << "no error";
+            } catch (const JetError& e) {
+                EXPECT_EQ(e.kind(), kind) << e.what();
+            }
+            EXPECT_FALSE(db->pager().inTransaction());
+            EXPECT_EQ(t.rowCount(), count);
+        };
+        // A text too long for its column, after two good rows of the same batch.
+        failsWith(ErrorKind::Invalid, [&] {
+            db->begin();
+            t.insert(withKey("új kulcs 1"));
+            t.insert(withKey("új kulcs 2"));
+            Row bad = withKey("új kulcs 3");
+            bad[1] = std::string(101, 'x');
             t.insert(bad);
-            ADD_FAILURE() << "a too long text was written";
-        } catch (const JetError& e) {
-            EXPECT_EQ(e.kind(), ErrorKind::Invalid);
-            EXPECT_NE(std::string(e.what()).find(t.def().columns[textCol].name), std::string::npos);
-        }
-        EXPECT_FALSE(db->pager().inTransaction());
-        EXPECT_EQ(t.rowCount(), count);
-        EXPECT_THROW(t.remove(RowId{1, 0}), JetError);  // not a page of the table
-        EXPECT_THROW(t.insert(Row(1)), JetError);        // wrong width
+        });
+        // A duplicate primary key, after a good row of the same batch.
+        failsWith(ErrorKind::Duplicate, [&] {
+            db->begin();
+            t.insert(withKey("új kulcs 4"));
+            t.insert(existing);
+        });
+        failsWith(ErrorKind::NoSuchRow, [&] { t.remove(RowId{1, 0}); });  // not a page of the table
+        failsWith(ErrorKind::Invalid, [&] { t.insert(Row(1)); });         // wrong width
+        // The table still takes rows afterwards, with the autonumber and count it had.
+        db->begin();
+        t.insert(withKey("új kulcs 5"));
+        db->rollback();
         EXPECT_EQ(t.rowCount(), count);
     }
     EXPECT_EQ(readFile(path), before);
