@@ -252,3 +252,246 @@ TEST(BTree, BrokenTreesAreReportedNotFollowed) {
     ASSERT_FALSE(problems.empty());
     EXPECT_NE(problems[0].find("99999"), std::string::npos) << problems[0];
 }
+
+// ---- Real files: Access-made indexes, indexes Jackcess wrote, and our own writes ----
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "jet/check.h"
+#include "jet/database.h"
+#include "jet/indexkey.h"
+
+namespace {
+
+const RealIndex& realOf(const TableDef& def, const LogicalIndex& l) {
+    for (const auto& ri : def.realIndexes)
+        if (ri.number == l.realIndex) return ri;
+    throw std::runtime_error("no real index");
+}
+
+// The table's rows as the index must list them: sorted by (key, row id), all-null keys left out
+// when the index ignores nulls.
+std::vector<Entry> expectedEntries(Table& t, const RealIndex& ri) {
+    std::vector<Entry> out;
+    const TableDef& def = t.def();
+    t.scan([&](RowId id, const Row& row) {
+        bool allNull = true;
+        for (const auto& kc : ri.columns)
+            for (size_t i = 0; i < def.columns.size(); ++i)
+                if (def.columns[i].number == kc.columnNumber && !isNull(row[i])) allNull = false;
+        if (!(ri.ignoreNulls() && allNull)) out.emplace_back(encodeIndexKey(def, ri, row), id);
+        return true;
+    });
+    std::sort(out.begin(), out.end(), EntryLess());
+    return out;
+}
+
+std::vector<RowId> rowsOf(const std::vector<Entry>& es) {
+    std::vector<RowId> out;
+    for (const auto& e : es) out.push_back(e.second);
+    return out;
+}
+
+// Every index of every user table reads in key order; a seek by the values of a row finds the
+// rows with that key (and only them).
+void expectIndexesReadInOrder(Database& db, const std::string& what) {
+    for (const auto& name : db.tableNames()) {
+        Table& t = db.table(name);
+        for (const auto& l : t.def().logicalIndexes) {
+            const RealIndex& ri = realOf(t.def(), l);
+            auto want = expectedEntries(t, ri);
+            EXPECT_EQ(t.indexOrder(l.name), rowsOf(want)) << what << " " << name << "." << l.name;
+            if (want.empty()) continue;
+            const Entry& probe = want[want.size() / 2];
+            Row row = t.read(probe.second);
+            std::vector<Value> key;
+            for (const auto& kc : ri.columns)
+                for (size_t i = 0; i < t.def().columns.size(); ++i)
+                    if (t.def().columns[i].number == kc.columnNumber) key.push_back(row[i]);
+            std::vector<RowId> same;
+            for (const auto& e : want)
+                if (e.first == probe.first) same.push_back(e.second);
+            EXPECT_EQ(t.seek(l.name, key), same) << what << " " << name << "." << l.name;
+        }
+    }
+}
+
+}  // namespace
+
+TEST(BTreeFiles, AccessMadeIndexesReadInKeyOrderAndCheckClean) {
+    for (const char* file : {"indexTestV2000.mdb", "testV2000.mdb", "delColTestV2000.mdb", "overflowTestV2000.mdb"}) {
+        auto db = Database::open((testsupport::testdata() / file).string(), Database::Mode::ReadOnly);
+        EXPECT_EQ(checkDatabase(*db), std::vector<std::string>{}) << file;
+        expectIndexesReadInOrder(*db, file);
+    }
+    auto db = Database::open((testsupport::testdata() / "indexTestV2000.mdb").string(), Database::Mode::ReadOnly);
+    Table& t = db->table(db->tableNames().front());
+    EXPECT_THROW(t.indexOrder("NoSuchIndexAnywhere"), JetError);
+}
+
+// Multi-level indexes written by the reference implementation (tails, node chains): same reading.
+TEST(BTreeFiles, IndexesWrittenByTheOracleReadAndCheckClean) {
+    if (!testsupport::oracleAvailable()) GTEST_SKIP() << "no oracle";
+    testsupport::TempDir dir;
+    std::string path = (dir / "r.mdb").string();
+    ASSERT_EQ(testsupport::oracle({"write", path, "random", "11", "3000"}).exitCode, 0);
+    auto db = Database::open(path, Database::Mode::ReadOnly);
+    EXPECT_EQ(checkDatabase(*db), std::vector<std::string>{});
+    expectIndexesReadInOrder(*db, "random");
+}
+
+namespace {
+
+const char* kScript =
+    "new\n"
+    "table\tJarmu\n"
+    "column\tId\tLONG\tauto\n"
+    "column\tNev\tTEXT\t60\n"
+    "column\tKod\tTEXT\t20\n"
+    "column\tSzam\tLONG\n"
+    "column\tDatum\tSHORT_DATE_TIME\n"
+    "index\tPrimaryKey\tprimary\tId\n"
+    "index\tKod\tunique\tKod\n"
+    "index\tNevSzam\tplain\tNev,-Szam\n"
+    "index\tDatum\tplain\t-Datum\tignorenulls\n"
+    "end\n";
+
+std::string makeJarmu(const testsupport::TempDir& dir) {
+    std::string script = (dir / "s.txt").string(), path = (dir / "j.mdb").string();
+    std::ofstream(script) << kScript;
+    auto r = testsupport::oracle({"write", path, script});
+    if (r.exitCode != 0) throw std::runtime_error("oracle write: " + r.err);
+    return path;
+}
+
+}  // namespace
+
+// Thousands of inserts, updates and deletes through the table: every index stays consistent for
+// the reference implementation and for our own check, and reads in key order.
+TEST(BTreeWrites, ThousandsOfChangesStayConsistent) {
+    if (!testsupport::oracleAvailable()) GTEST_SKIP() << "no oracle";
+    testsupport::TempDir dir;
+    std::string path = makeJarmu(dir);
+    std::mt19937 rng(2024);
+    const char* words[] = {"árvíztűrő", "tükörfúrógép", "Ödön", "alma", "ALMA", "Élő", "öt", "út", "Zsófi", "kft", "Bt.", "12"};
+    auto text = [&] {
+        std::string s;
+        for (int n = 1 + int(rng() % 5); n > 0; --n) s += std::string(s.empty() ? "" : " ") + words[rng() % 12];
+        return s.substr(0, 60);
+    };
+    int serial = 0;
+    auto randomRow = [&] {
+        Row r(5);
+        if (rng() % 10) r[1] = text();
+        if (rng() % 20) r[2] = "K" + std::to_string(1000000 + serial++);
+        if (rng() % 10) r[3] = int32_t(rng() % 200) - 100;
+        if (rng() % 10) r[4] = DateTime{double(rng() % 400000) / 8.0};  // on whole milliseconds, as Access stores them
+        return r;
+    };
+    {
+        auto db = Database::open(path);
+        Table& t = db->table("Jarmu");
+        std::vector<RowId> live;
+        for (int batch = 0; batch < 30; ++batch) {
+            db->begin();
+            for (int i = 0; i < 150; ++i) {
+                unsigned op = rng() % 100;
+                if (live.empty() || op < 60) {
+                    live.push_back(t.insert(randomRow()));
+                } else if (op < 80) {
+                    size_t k = rng() % live.size();
+                    Row r = randomRow();
+                    r[0] = t.read(live[k])[0];
+                    t.update(live[k], r);
+                } else {
+                    size_t k = rng() % live.size();
+                    t.remove(live[k]);
+                    live.erase(live.begin() + ptrdiff_t(k));
+                }
+            }
+            db->commit();
+        }
+        EXPECT_GT(live.size(), 1500u);
+        for (const auto& l : t.def().logicalIndexes)  // every index has split beyond its root
+            EXPECT_EQ(db->pager().page(realOf(t.def(), l).rootPage)->bytes[0], page::kIndexNode) << l.name;
+        EXPECT_EQ(checkDatabase(*db), std::vector<std::string>{});
+        expectIndexesReadInOrder(*db, "written");
+    }
+    auto r = testsupport::oracle({"check", path});
+    EXPECT_EQ(r.exitCode, 0) << r.out << r.err;
+    EXPECT_EQ(r.out, "OK\n");
+}
+
+// A unique index refuses a duplicate before anything is written; null keys and a row keeping its
+// own key do not clash.
+TEST(BTreeWrites, UniqueIndexRefusesDuplicatesBeforeWriting) {
+    if (!testsupport::oracleAvailable()) GTEST_SKIP() << "no oracle";
+    testsupport::TempDir dir;
+    std::string path = makeJarmu(dir);
+    auto db = Database::open(path);
+    Table& t = db->table("Jarmu");
+    RowId a = t.insert({{}, std::string("Első"), std::string("K1"), int32_t(1), {}});
+    RowId b = t.insert({{}, std::string("Második"), std::string("K2"), int32_t(2), {}});
+    t.insert({{}, std::string("Harmadik"), Value{}, int32_t(3), {}});
+    t.insert({{}, std::string("Negyedik"), Value{}, int32_t(4), {}});  // a second null Kod
+    auto bytes = [&] {
+        std::ifstream in(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    std::string before = bytes();
+    try {
+        t.insert({{}, std::string("Ötödik"), std::string("K1"), int32_t(5), {}});
+        ADD_FAILURE() << "duplicate accepted";
+    } catch (const JetError& e) {
+        EXPECT_EQ(e.kind(), ErrorKind::Duplicate);
+    }
+    EXPECT_THROW(t.update(b, {int32_t(2), std::string("Második"), std::string("K1"), int32_t(2), {}}), JetError);
+    EXPECT_EQ(bytes(), before);
+    EXPECT_EQ(t.rowCount(), 4u);
+    t.update(a, {int32_t(1), std::string("Első, átírva"), std::string("K1"), int32_t(10), {}});
+    EXPECT_EQ(t.seek("Kod", {std::string("K1")}), std::vector<RowId>{a});
+    EXPECT_EQ(t.seek("Kod", {Value{}}).size(), 2u);
+    EXPECT_EQ(checkDatabase(*db), std::vector<std::string>{});
+    db.reset();
+    EXPECT_EQ(testsupport::oracle({"check", path}).out, "OK\n");
+}
+
+// Damaged indexes are reported (by our check and by the reference implementation alike).
+TEST(BTreeCheck, DamagedIndexesAreReported) {
+    if (!testsupport::oracleAvailable()) GTEST_SKIP() << "no oracle";
+    testsupport::TempDir dir;
+    std::string path = makeJarmu(dir);
+    {
+        auto db = Database::open(path);
+        Table& t = db->table("Jarmu");
+        db->begin();
+        for (int i = 0; i < 400; ++i)
+            t.insert({{}, std::string("Név ") + std::to_string(i % 37), std::string("K") + std::to_string(i), int32_t(i), {}});
+        db->commit();
+    }
+    // Find a leaf of the primary key and point its third entry at another row.
+    auto db = Database::open(path);
+    const TableDef& def = db->table("Jarmu").def();
+    uint32_t root = 0;
+    for (const auto& l : def.logicalIndexes)
+        if (l.name == "PrimaryKey") root = realOf(def, l).rootPage;
+    db->pager().begin();
+    uint32_t leaf = root;
+    while (db->pager().page(leaf)->bytes[0] == page::kIndexNode)
+        leaf = IndexPage::decode(db->pager().page(leaf)->data(), leaf, path).child(0);
+    IndexPage pg = IndexPage::decode(db->pager().page(leaf)->data(), leaf, path);
+    Bytes k(pg.key(2).begin(), pg.key(2).end());
+    RowId r = pg.row(2);
+    pg.erase(2);
+    pg.insert(2, k, RowId{r.page, uint16_t(r.row + 100)});
+    pg.encode(db->pager().modify(leaf));
+    db->pager().commit();
+    auto problems = checkDatabase(*db);
+    ASSERT_FALSE(problems.empty());
+    EXPECT_NE(problems[0].find("Jarmu: index PrimaryKey"), std::string::npos) << problems[0];
+    db.reset();
+    auto r2 = testsupport::oracle({"check", path});
+    EXPECT_EQ(r2.exitCode, 1) << r2.out << r2.err;
+}
