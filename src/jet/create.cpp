@@ -552,6 +552,7 @@ std::unique_ptr<Database> Database::create(const std::string& path) {
             pager->rollback();
             pager.reset();
             File::remove(path);
+            File::remove(path + ".klk");  // the pager's commit counter beside it
             throw;
         }
     }
@@ -566,7 +567,8 @@ Table& Database::createTable(const TableSpec& spec) {
         if (equalsFolded(name, spec.name)) invalid(file, spec.name, "a table of that name already exists");
 
     Table& objects = table("MSysObjects");
-    Table& aces = table("MSysACEs");
+    // Files of some other writers have no access entries at all: then the new table gets none.
+    Table* aces = hasTable("MSysACEs") ? &table("MSysACEs") : nullptr;
     const TableDef& cat = objects.def();
 
     // The Tables container, the database's owner (for the new object) and the SIDs that the
@@ -596,8 +598,8 @@ Table& Database::createTable(const TableSpec& spec) {
     }
     if (owner.empty()) owner = kAdminSid;
     std::vector<Bytes> sids;
-    {
-        const TableDef& ad = aces.def();
+    if (aces) {
+        const TableDef& ad = aces->def();
         size_t cObject = 0, cSid = 0, cAcm = 0;
         for (size_t i = 0; i < ad.columns.size(); ++i) {
             const std::string& n = ad.columns[i].name;
@@ -605,7 +607,7 @@ Table& Database::createTable(const TableSpec& spec) {
             else if (n == "SID") cSid = i;
             else if (n == "ACM") cAcm = i;
         }
-        aces.scan([&](RowId, const Row& r) {
+        aces->scan([&](RowId, const Row& r) {
             auto obj = std::get_if<int32_t>(&r[cObject]);
             auto sid = std::get_if<Bytes>(&r[cSid]);
             auto acm = std::get_if<int32_t>(&r[cAcm]);
@@ -634,7 +636,7 @@ Table& Database::createTable(const TableSpec& spec) {
         double now = nowAsDate();
         objects.insert(catalogRow(cat, int32_t(def.firstPage), tablesId, def.name, kTypeTable, now, owner, 0));
         for (const Bytes& sid : sids)
-            aces.insert(aceRow(aces.def(), int32_t(def.firstPage), sid, kFullAccess, false));
+            if (aces) aces->insert(aceRow(aces->def(), int32_t(def.firstPage), sid, kFullAccess, false));
         commit();
     } catch (...) {
         rollback();
