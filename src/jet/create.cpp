@@ -584,10 +584,12 @@ Table& Database::createTable(const TableSpec& spec) {
             else if (n == "Name") cName = i;
             else if (n == "Owner") cOwner = i;
         }
+        std::vector<std::pair<int32_t, std::string>> named;  // (parent, name) of every object
         objects.scan([&](RowId, const Row& r) {
             auto name = std::get_if<std::string>(&r[cName]);
             auto parent = std::get_if<int32_t>(&r[cParent]);
             if (!name || !parent) return true;
+            named.emplace_back(*parent, *name);
             if (*parent == kRootId && *name == "Tables") {
                 if (auto id = std::get_if<int32_t>(&r[cId])) tablesId = *id;
             } else if (*name == "MSysDb") {
@@ -595,6 +597,10 @@ Table& Database::createTable(const TableSpec& spec) {
             }
             return true;
         });
+        // Queries and linked tables share the Tables container (and its unique name index).
+        for (const auto& [parent, name] : named)
+            if (parent == tablesId && equalsFolded(name, spec.name))
+                invalid(file, spec.name, "an object of that name (a query or linked table) already exists");
     }
     if (owner.empty()) owner = kAdminSid;
     std::vector<Bytes> sids;

@@ -298,6 +298,14 @@ TEST(CreateFaults, BadRequestsFailClearlyAndWriteNothing) {
     std::string path = (dir / "uj.mdb").string();
     auto db = Database::create(path);
     db->createTable({"Autók", {{"Rendszám", ColType::Text, 10}}, {}});
+    // A query lives in the Tables container too (type 5): its name is taken.
+    Row query(db->table("MSysObjects").def().columns.size());
+    query[0] = int32_t(0x80000010);
+    query[1] = int32_t(0x0F000001);
+    query[2] = std::string("Lekérdezés");
+    query[3] = int16_t(5);
+    query[7] = int32_t(0);
+    db->table("MSysObjects").insert(query);
     std::string image = readFile(path);
     auto column = [](ColumnSpec c) { return TableSpec{"Új", {c}, {}}; };
     auto indexed = [](IndexSpec i) {
@@ -309,6 +317,7 @@ TEST(CreateFaults, BadRequestsFailClearlyAndWriteNothing) {
     } cases[] = {
         {{"autók", {{"X", ColType::Long}}, {}}, "already exists"},
         {{"msysobjects", {{"X", ColType::Long}}, {}}, "already exists"},
+        {{"LEKÉRDEZÉS", {{"X", ColType::Long}}, {}}, "a query or linked table"},
         {{"Új", {}, {}}, "at least one column"},
         {{"", {{"X", ColType::Long}}, {}}, "name is empty"},
         {{"Rossz.Név", {{"X", ColType::Long}}, {}}, "character names cannot hold"},
