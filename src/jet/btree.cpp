@@ -8,6 +8,7 @@
 #include "btree.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <optional>
 #include <set>
@@ -44,43 +45,47 @@ RowId rowAt(const uint8_t* p) { return RowId{be24(p), p[3]}; }
 
 std::string pageName(uint32_t pgno) { return "index page " + std::to_string(pgno); }
 
+// The end offsets of a page's entries, from its bitmask (low bit first). Bounds-checked.
+void entryEnds(const uint8_t* p, uint32_t pgno, const std::string& file, std::vector<uint16_t>& ends) {
+    ends.clear();
+    const uint8_t* mask = p + kMask;
+    for (size_t i = 0; i < kMaskBytes; i += 8) {
+        uint64_t w = 0;
+        std::memcpy(&w, mask + i, std::min<size_t>(8, kMaskBytes - i));  // little-endian hosts
+        while (w) {
+            size_t end = i * 8 + size_t(std::countr_zero(w));
+            w &= w - 1;
+            if (end > kEntryArea) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has an entry past the page end");
+            if (end <= (ends.empty() ? 0 : ends.back())) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has an empty entry");
+            ends.push_back(uint16_t(end));
+        }
+    }
+}
+
 // Calls f(entry, length) for every entry of an index page, in full. Bounds-checked.
 template <class F>
 void forEachEntry(const uint8_t* p, uint32_t pgno, const std::string& file, size_t trailer, F&& f,
                   size_t* storedEnd = nullptr) {
+    thread_local std::vector<uint16_t> ends;
+    entryEnds(p, pgno, file, ends);
     const size_t prefix = le16(p + kPrefix);
-    const uint8_t* mask = p + kMask;
     const uint8_t* area = p + kEntries;
+    if (!ends.empty() && prefix > ends[0])
+        fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a prefix longer than its first entry");
     uint8_t buf[kEntryArea * 2];
+    if (prefix) std::memcpy(buf, area, prefix);  // the first entry begins the area
     size_t start = 0;
-    bool first = true;
-    for (size_t i = 0; i < kMaskBytes; ++i) {
-        uint8_t b = mask[i];
-        if (!b) continue;
-        for (int k = 0; k < 8; ++k) {
-            if (!(b & (1u << k))) continue;
-            size_t end = i * 8 + size_t(k);
-            if (end > kEntryArea) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has an entry past the page end");
-            if (end <= start) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has an empty entry");
-            size_t len = end - start;
-            if (first) {
-                if (prefix > len)
-                    fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a prefix longer than its first entry");
-                if (len < trailer) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a truncated entry");
-                f(area + start, len);
-                first = false;
-            } else if (prefix == 0) {
-                if (len < trailer) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a truncated entry");
-                f(area + start, len);
-            } else {
-                // the first entry begins the area, so its prefix is area[0, prefix)
-                if (prefix + len < trailer) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a truncated entry");
-                std::memcpy(buf, area, prefix);
-                std::memcpy(buf + prefix, area + start, len);
-                f(buf, prefix + len);
-            }
-            start = end;
+    for (size_t i = 0; i < ends.size(); ++i) {
+        size_t len = ends[i] - start;
+        if (i == 0 || prefix == 0) {
+            if (len < trailer) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a truncated entry");
+            f(area + start, len);
+        } else {
+            if (prefix + len < trailer) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a truncated entry");
+            std::memcpy(buf + prefix, area + start, len);
+            f(static_cast<const uint8_t*>(buf), prefix + len);
         }
+        start = ends[i];
     }
     if (storedEnd) *storedEnd = start;
 }
@@ -107,11 +112,15 @@ IndexPage IndexPage::decode(const uint8_t* p, uint32_t number, const std::string
     pg.prev = le32(p + kPrev);
     pg.next = le32(p + kNext);
     pg.tail = le32(p + kTail);
-    pg.blob_.reserve(kEntryArea);
+    pg.blob_.resize(kEntryArea * 2);
+    size_t used = 0;
     forEachEntry(p, number, file, pg.trailer(), [&](const uint8_t* e, size_t len) {
-        pg.blob_.insert(pg.blob_.end(), e, e + len);
-        pg.ends_.push_back(uint32_t(pg.blob_.size()));
+        if (used + len > pg.blob_.size()) pg.blob_.resize(std::max(pg.blob_.size() * 2, used + len));
+        std::memcpy(pg.blob_.data() + used, e, len);
+        used += len;
+        pg.ends_.push_back(uint32_t(used));
     });
+    pg.blob_.resize(used);
     return pg;
 }
 

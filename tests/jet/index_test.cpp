@@ -221,6 +221,30 @@ TEST(BTree, AppendsDescendingInsertsAndDuplicateKeys) {
     }
 }
 
+// Reading in index order costs one read per leaf; a seek reads one page per level.
+TEST(BTree, ScanReadsEachLeafOnceAndSeekOnePath) {
+    TreeFile f;
+    for (uint32_t i = 0; i < 30000; ++i) f.tree().insert(key(i * 7 % 30000, 60), RowId{50 + i / 100, uint16_t(i % 100)}, f.source);
+    int depth = f.depth();
+    ASSERT_GE(depth, 3);
+    f.pager->commit();
+    auto fresh = [&] { return Pager::open((f.dir / "t.mdb").string(), Pager::Mode::ReadOnly); };
+    auto p = fresh();
+    uint32_t leaves = 0;
+    for (uint32_t n = 1; n < p->pageCount(); ++n) leaves += p->page(n)->bytes[0] == page::kIndexLeaf;
+    p = fresh();
+    size_t n = 0;
+    BTree(*p, 1, 7).scan([&](KeyView, RowId) { return ++n, true; });
+    EXPECT_EQ(n, 30000u);
+    EXPECT_EQ(p->pageReads(), uint64_t(leaves + depth - 1));
+    p = fresh();
+    BTree(*p, 1, 7).scanFrom(key(12345), [&](KeyView k, RowId) {
+        EXPECT_EQ(Bytes(k.begin(), k.end()), key(12345, 60));
+        return false;
+    });
+    EXPECT_EQ(p->pageReads(), uint64_t(depth));
+}
+
 // A broken tree gives Corrupt errors, never a hang or a crash, and verify names the fault.
 TEST(BTree, BrokenTreesAreReportedNotFollowed) {
     TreeFile f;
