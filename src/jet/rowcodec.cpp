@@ -17,6 +17,14 @@ T& as(Value& v) {
     return v.emplace<T>();
 }
 
+// Rows of a scan reuse one Row: a column keeps its alternative from row to row, so the common
+// case is a plain store, not a variant reassignment.
+template <class T>
+inline void set(Value& v, const T& x) {
+    if (auto* p = std::get_if<T>(&v)) *p = x;
+    else v.emplace<T>(x);
+}
+
 }  // namespace
 
 uint16_t fixedSize(const Column& c) {
@@ -58,23 +66,9 @@ RowView::RowView(const uint8_t* row, size_t len, bool hasVar, const std::string&
     }
 }
 
-bool RowView::var(uint16_t i, const uint8_t*& p, size_t& n) const {
-    if (i >= varCount_) return false;
-    size_t start = le16(row_ + varTable_ - 2 * size_t(i));
-    size_t stop = le16(row_ + varTable_ - 2 * (size_t(i) + 1));
-    if (start < 2 || start > stop || stop > fixedEnd_)
-        fail(ErrorKind::Corrupt, file_, place(where_) + ": variable column " + std::to_string(i) + " at " +
-                                            std::to_string(start) + ".." + std::to_string(stop) + " lies outside the row");
-    p = row_ + start;
-    n = stop - start;
-    return true;
-}
-
-bool RowView::fixed(uint16_t offset, uint16_t size, const uint8_t*& p) const {
-    size_t pos = row::kFixedStart + size_t(offset);
-    if (pos + size > fixedEnd_) return false;
-    p = row_ + pos;
-    return true;
+void RowView::badVar(uint16_t i, size_t start, size_t stop) const {
+    fail(ErrorKind::Corrupt, file_, place(where_) + ": variable column " + std::to_string(i) + " at " +
+                                        std::to_string(start) + ".." + std::to_string(stop) + " lies outside the row");
 }
 
 RowDecoder::RowDecoder(Pager& pager, const TableDef& def) : pager_(pager) {
@@ -87,36 +81,32 @@ RowDecoder::RowDecoder(Pager& pager, const TableDef& def) : pager_(pager) {
     }
 }
 
-void RowDecoder::decodeInto(const RowView& v, const Col& c, Value& out) const {
+__attribute__((always_inline)) inline void RowDecoder::decodeInto(const RowView& v, const Col& c, Value& out) const {
     if (c.type == ColType::Boolean) {
-        out = v.notNull(c.number);
+        set(out, v.notNull(c.number));
         return;
     }
     if (!v.notNull(c.number)) {
-        out = std::monostate{};
+        if (out.index() != 0) out.emplace<std::monostate>();
         return;
     }
     const uint8_t* p = nullptr;
     size_t n = 0;
     if (c.fixed) {
-        if (!v.fixed(c.offset, c.size, p)) {
-            // A fixed column beyond the row's fixed area: the row is broken.
-            fail(ErrorKind::Corrupt, pager_.path(), "a row of " + std::to_string(v.size()) + " bytes has no room for a fixed column at offset " +
-                                                        std::to_string(c.offset));
-        }
+        if (!v.fixed(c.offset, c.size, p)) badFixed(v, c);
         n = c.size;
     } else if (!v.var(c.offset, p, n)) {
-        out = std::monostate{};
+        if (out.index() != 0) out.emplace<std::monostate>();
         return;
     }
     switch (c.type) {
-        case ColType::Byte: out = uint8_t(p[0]); return;
-        case ColType::Integer: out = int16_t(le16(p)); return;
-        case ColType::Long: out = int32_t(le32(p)); return;
-        case ColType::Currency: out = Currency{int64_t(le64(p))}; return;
-        case ColType::Single: out = leFloat(p); return;
-        case ColType::Double: out = leDouble(p); return;
-        case ColType::DateTime: out = DateTime{leDouble(p)}; return;
+        case ColType::Byte: set(out, uint8_t(p[0])); return;
+        case ColType::Integer: set(out, int16_t(le16(p))); return;
+        case ColType::Long: set(out, int32_t(le32(p))); return;
+        case ColType::Currency: set(out, Currency{int64_t(le64(p))}); return;
+        case ColType::Single: set(out, leFloat(p)); return;
+        case ColType::Double: set(out, leDouble(p)); return;
+        case ColType::DateTime: set(out, DateTime{leDouble(p)}); return;
         case ColType::Guid: {
             Guid g;
             std::copy(p, p + 16, g.bytes.begin());
@@ -146,6 +136,11 @@ void RowDecoder::decodeInto(const RowView& v, const Col& c, Value& out) const {
             return;
         }
     }
+}
+
+void RowDecoder::badFixed(const RowView& v, const Col& c) const {
+    fail(ErrorKind::Corrupt, pager_.path(), "a row of " + std::to_string(v.size()) +
+                                                " bytes has no room for a fixed column at offset " + std::to_string(c.offset));
 }
 
 void RowDecoder::decode(const uint8_t* row, size_t len, RowId where, Row& out) const {

@@ -38,13 +38,27 @@ public:
         return columnNumber < columnCount_ && (mask_[columnNumber >> 3] >> (columnNumber & 7) & 1);
     }
     // A variable column's bytes; false when the row has no such entry (a later column).
-    bool var(uint16_t varIndex, const uint8_t*& p, size_t& n) const;
+    bool var(uint16_t i, const uint8_t*& p, size_t& n) const {
+        if (i >= varCount_) return false;
+        size_t start = le16(row_ + varTable_ - 2 * size_t(i));
+        size_t stop = le16(row_ + varTable_ - 2 * (size_t(i) + 1));
+        if (start < 2 || start > stop || stop > fixedEnd_) badVar(i, start, stop);
+        p = row_ + start;
+        n = stop - start;
+        return true;
+    }
     // A fixed column's bytes; false when they lie beyond the row.
-    bool fixed(uint16_t offset, uint16_t size, const uint8_t*& p) const;
+    bool fixed(uint16_t offset, uint16_t size, const uint8_t*& p) const {
+        size_t pos = row::kFixedStart + size_t(offset);
+        if (pos + size > fixedEnd_) return false;
+        p = row_ + pos;
+        return true;
+    }
     const uint8_t* data() const { return row_; }
     size_t size() const { return len_; }
 
 private:
+    [[noreturn]] void badVar(uint16_t i, size_t start, size_t stop) const;
     const uint8_t* row_;
     size_t len_;
     uint16_t columnCount_ = 0;
@@ -76,6 +90,7 @@ private:
         uint8_t scale;
     };
     void decodeInto(const RowView& v, const Col& c, Value& out) const;
+    [[noreturn]] void badFixed(const RowView& v, const Col& c) const;
 
     Pager& pager_;
     std::vector<Col> cols_;

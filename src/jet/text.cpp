@@ -112,30 +112,82 @@ std::string utf16ToUtf8(std::u16string_view s) {
 }
 
 void decodeTextInto(const uint8_t* p, size_t n, std::string& out) {
-    out.clear();
+    // Written through a raw pointer into room for the worst case (a byte becomes at most two
+    // UTF-8 bytes, a UTF-16 unit at most three), then cut to size: no per-character growth checks.
+    bool packed = n >= 2 && p[0] == 0xFF && p[1] == 0xFE;
+    if (packed) {
+        // The usual case: a packed text of ASCII only is its bytes.
+        out.resize(n - 2);
+        char* w = out.data();
+        size_t k = 2;
+        for (; k < n && p[k] != 0 && p[k] < 0x80; ++k) *w++ = char(p[k]);
+        if (k == n) return;
+    }
+    out.resize(packed ? 2 * n : 3 * (n / 2) + 4);
+    char* base = out.data();
+    char* w = base;
     uint32_t pending = 0;
-    if (n >= 2 && p[0] == 0xFF && p[1] == 0xFE) {
+    auto put = [&](uint32_t cp) {
+        if (cp < 0x80) {
+            *w++ = char(cp);
+        } else if (cp < 0x800) {
+            *w++ = char(0xC0 | (cp >> 6));
+            *w++ = char(0x80 | (cp & 0x3F));
+        } else if (cp < 0x10000) {
+            *w++ = char(0xE0 | (cp >> 12));
+            *w++ = char(0x80 | ((cp >> 6) & 0x3F));
+            *w++ = char(0x80 | (cp & 0x3F));
+        } else {
+            *w++ = char(0xF0 | (cp >> 18));
+            *w++ = char(0x80 | ((cp >> 12) & 0x3F));
+            *w++ = char(0x80 | ((cp >> 6) & 0x3F));
+            *w++ = char(0x80 | (cp & 0x3F));
+        }
+    };
+    auto units = [&](const uint8_t* q, size_t len) {  // UTF-16LE, len even
+        for (size_t i = 0; i + 1 < len; i += 2) {
+            uint32_t u = uint32_t(q[i]) | (uint32_t(q[i + 1]) << 8);
+            if (pending) {
+                if (u >= 0xDC00 && u <= 0xDFFF) {
+                    put(0x10000 + ((pending - 0xD800) << 10) + (u - 0xDC00));
+                    pending = 0;
+                    continue;
+                }
+                put(0xFFFD);
+                pending = 0;
+            }
+            if (u < 0x80) *w++ = char(u);
+            else if (u >= 0xD800 && u <= 0xDBFF) pending = u;
+            else if (u >= 0xDC00 && u <= 0xDFFF) put(0xFFFD);
+            else put(u);
+        }
+    };
+    if (packed) {
         bool oneByte = true;
         size_t i = 2;
         while (i < n) {
             size_t j = i;
             while (j < n && p[j] != 0) ++j;
             if (oneByte) {
+                if (pending && j > i) {
+                    put(0xFFFD);
+                    pending = 0;
+                }
                 for (size_t k = i; k < j; ++k) {
-                    if (pending) { appendUtf8(out, 0xFFFD); pending = 0; }
-                    if (p[k] < 0x80) out.push_back(char(p[k]));
-                    else appendUtf8(out, p[k]);
+                    if (p[k] < 0x80) *w++ = char(p[k]);
+                    else put(p[k]);
                 }
             } else {
-                appendUtf16le(out, p + i, (j - i) & ~size_t(1), pending);
+                units(p + i, (j - i) & ~size_t(1));
             }
             oneByte = !oneByte;
             i = j + 1;
         }
     } else {
-        appendUtf16le(out, p, n & ~size_t(1), pending);
+        units(p, n & ~size_t(1));
     }
-    if (pending) appendUtf8(out, 0xFFFD);
+    if (pending) put(0xFFFD);
+    out.resize(size_t(w - base));
 }
 
 std::string decodeText(const uint8_t* p, size_t n) {
