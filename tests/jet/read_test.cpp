@@ -169,6 +169,45 @@ TEST(ReadCli, DumpEqualsOracle) {
     }
 }
 
+TEST(ReadCli, DatesAtTheEdges) {
+    // Stored date doubles where the conversions differ in their details: negative days with a
+    // time, rounding to the millisecond or second, midnight carries, beyond the readers' ranges.
+    const double values[] = {-1.25, -0.5, 0.0, 1e-9, 36526.99999999, 27293.5 + 0.0005 / 86400, 2958465.99999,
+                             45000.123456789, 0.5 / 86400, -700000.3, 1000001.0, 43831.0 + 59.9995 / 86400};
+    TempDir dir;
+    std::string path = copyTestFile("testV2000.mdb", dir).string();
+    std::vector<size_t> at;  // file offsets of the two rows' dates
+    {
+        auto db = Database::open(path, Database::Mode::ReadOnly);
+        Table& t = db->table("Table1");
+        for (RowId id : t.rowIds()) {
+            PageRef p = db->pager().page(id.page);
+            size_t start = le16(p->data() + 14 + 2 * id.row) & 0x1FFF;
+            at.push_back(size_t(id.page) * kPageSize + start + 2 + t.def().column("G")->fixedOffset);
+        }
+    }
+    ASSERT_EQ(at.size(), 2u);
+    for (size_t i = 0; i < std::size(values); i += 2) {
+        {
+            std::fstream f(path, std::ios::in | std::ios::out | std::ios::binary);
+            for (size_t k = 0; k < 2; ++k) {
+                uint8_t b[8];
+                uint64_t bits;
+                std::memcpy(&bits, &values[i + k], 8);
+                putLe64(b, bits);
+                f.seekp(std::streamoff(at[k]));
+                f.write(reinterpret_cast<const char*>(b), 8);
+            }
+        }
+        CommandResult ours = cli({"jet", "export", path, "Table1"});
+        EXPECT_EQ(ours.out, run({"mdb-export", path, "Table1"}).out) << values[i] << " " << values[i + 1];
+        if (!oracleAvailable()) continue;
+        ours = cli({"jet", "dump", path, "Table1"});
+        CommandResult theirs = oracle({"dump", path, "Table1"});
+        EXPECT_EQ(ours.out, theirs.out) << values[i] << " " << values[i + 1] << theirs.err;
+    }
+}
+
 TEST(ReadCli, ErrorsAndUsage) {
     TempDir dir;
     std::string path = copyTestFile("testV2000.mdb", dir).string();
