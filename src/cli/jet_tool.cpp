@@ -155,10 +155,16 @@ std::string exportDate(double td) {
     return b;
 }
 
-// Its Decimal: the digits with the column's precision (not its scale) as the number of decimals.
-std::string exportDecimal(const Decimal& d, unsigned precision) {
-    std::string s = withPoint(digits96(d.magnitude), precision);
+std::string exportDecimal(const Decimal& d) {
+    std::string s = withPoint(digits96(d.magnitude), d.scale);
     return d.negative ? "-" + s : s;
+}
+
+// Its GUID: braces around 4-2-2-8 bytes (the last eight without a dash).
+std::string exportGuid(const Guid& g) {
+    std::string s = guidText(g);
+    s.erase(24, 1);
+    return s;
 }
 
 void quoted(Out& out, std::string_view s) {
@@ -191,8 +197,8 @@ void exportValue(Out& out, const Column& c, const Value& v) {
             else if constexpr (std::is_same_v<T, double>) out << printf1("%.16g", x);
             else if constexpr (std::is_same_v<T, Currency>) out << money(x.scaled);
             else if constexpr (std::is_same_v<T, DateTime>) quoted(out, exportDate(x.days));
-            else if constexpr (std::is_same_v<T, Guid>) quoted(out, guidText(x));
-            else if constexpr (std::is_same_v<T, Decimal>) out << exportDecimal(x, c.precision);
+            else if constexpr (std::is_same_v<T, Guid>) quoted(out, exportGuid(x));
+            else if constexpr (std::is_same_v<T, Decimal>) out << exportDecimal(x);
             else if constexpr (std::is_same_v<T, std::string>) {
                 std::string_view s = cString(x);
                 if (!s.empty()) quoted(out, s);
@@ -385,9 +391,10 @@ int schema(Database& db) {
             out << b;
         }
         for (const LogicalIndex* l : indexesByName(def)) {
+            // A foreign key's own index may be unique as well: say so beside the kind.
+            bool alsoUnique = l->kind == 0x02 && def.realIndexes[l->realIndex].unique();
             std::snprintf(b, sizeof b, "  INDEX %-18s (%s) %s%s\n", l->name.c_str(), indexColumns(def, *l).c_str(),
-                          indexKind(def, *l).c_str(),
-                          l->kind != 0x01 && def.realIndexes[l->realIndex].unique() && l->kind == 0x02 ? " unique" : "");
+                          indexKind(def, *l).c_str(), alsoUnique ? " unique" : "");
             out << b;
         }
     }
