@@ -63,6 +63,9 @@ struct Database::Impl {
     uint64_t catalogGeneration = 0;
     std::unordered_map<const Table*, uint64_t> tableGeneration;
     std::unordered_map<const Table*, std::shared_ptr<const RowDecoder>> decoders;
+    // Tables that no longer exist (created in a batch that was rolled back): out of the lookup,
+    // but kept alive so that references to them never dangle.
+    std::vector<std::unique_ptr<Table>> gone;
 
     void loadCatalog(Pager& pager);
 };

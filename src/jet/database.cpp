@@ -95,10 +95,19 @@ void Database::freshenCatalog() {
 void Database::reloadDefinitions() {
     Pager::ReadLock lock(*pager_);
     impl_->loadCatalog(*pager_);
-    for (auto& [key, t] : tables_) {
-        t->def_ = readTableDef(*pager_, t->def_.firstPage, t->def_.name);
-        impl_->tableGeneration[t.get()] = pager_->generation();
-        impl_->decoders.erase(t.get());
+    for (auto it = tables_.begin(); it != tables_.end();) {
+        Table& t = *it->second;
+        impl_->decoders.erase(&t);
+        const CatalogEntry* e = impl_->catalog.findTable(t.def_.name);
+        if (!e || e->tdefPage() != t.def_.firstPage) {
+            impl_->tableGeneration.erase(&t);
+            impl_->gone.push_back(std::move(it->second));
+            it = tables_.erase(it);
+            continue;
+        }
+        t.def_ = readTableDef(*pager_, t.def_.firstPage, t.def_.name);
+        impl_->tableGeneration[&t] = pager_->generation();
+        ++it;
     }
 }
 
