@@ -60,4 +60,9 @@ using Row = std::vector<Value>;  // in column order of the table definition
 
 inline bool isNull(const Value& v) { return std::holds_alternative<std::monostate>(v); }
 
+// "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}": the first three groups little-endian, as Access shows it.
+std::string guidText(const Guid& g);
+// The nearest double to a Decimal.
+double decimalToDouble(const Decimal& d);
+
 }  // namespace jet
