@@ -57,7 +57,7 @@ Currency CCur(const Variant& v);  // 4 decimals, halves to even, 6 outside Curre
 int16_t CInt(const Variant& v);   // halves to even (7.5 -> 8, 6.5 -> 6), 6 outside -32768..32767
 int32_t CLng(const Variant& v);   // halves to even, 6 outside 32 bits
 bool CBool(const Variant& v);     // numbers: non-zero; texts: True/False/Igaz/Hamis or a number
-bool IsNumeric(const Variant& v); // numbers, Booleans, number texts; not Null, dates, Empty... 
+bool IsNumeric(const Variant& v); // Empty, numbers, Booleans, number texts; not Null or dates
 bool IsDate(const Variant& v);    // dates, and texts CDate takes
 
 double toDouble(Currency c);
@@ -73,8 +73,8 @@ struct DateParts {
 
 // Calendar parts and the serial (days since 1899-12-30, the fraction the time; before that day the
 // fraction counts away from zero as VB has it: 1899-12-29 06:00 is -1,25). Years 100..9999, else 6.
-Date toDate(const DateParts& p);                 // exact parts; an invalid day raises 6... see .cpp
-DateParts dateParts(Date d);                     // to the millisecond
+Date toDate(const DateParts& p);  // 5 for parts that are no date or time ("02.30", 24:00)
+DateParts dateParts(Date d);      // to the millisecond; 6 outside the range
 bool validDate(int year, int month, int day);
 
 // CDate: a Date as it is; a number as a serial; a text "2026.11.22.", "2026.11.22", "2026. 11. 22.",
@@ -88,7 +88,8 @@ std::optional<Date> parseDate(std::string_view text);
 Date DateSerial(int year, int month, int day);
 Date TimeSerial(int hour, int minute, int second);
 
-// Parts of a date-like value (a Date, a number or a date text through CDate); Null raises 94.
+// Parts of a date-like value (a Date, a number or a date text through CDate), split to the
+// second as VB does; Null raises 94.
 int Year(const Variant& v);
 int Month(const Variant& v);
 int Day(const Variant& v);
