@@ -183,7 +183,7 @@ std::vector<RowId> Table::rowIds() const {
     Pager::ReadLock lock(pager);
     freshen();
     std::vector<RowId> out;
-    out.reserve(def_.rowCount);
+    out.reserve(plausibleRowCount(def_, pager));
     forEachRow(pager, def_, ownedPages(pager, def_), [&](RowId id, const uint8_t*, size_t) {
         out.push_back(id);
         return true;

@@ -160,7 +160,7 @@ std::vector<RowId> Table::indexOrder(std::string_view indexName) const {
     freshen();
     const RealIndex& ri = realIndexNamed(def_, indexName, pager.path());
     std::vector<RowId> out;
-    out.reserve(def_.rowCount);
+    out.reserve(plausibleRowCount(def_, pager));
     treeOf(pager, def_, ri).scan([&](KeyView, RowId r) {
         out.push_back(r);
         return true;

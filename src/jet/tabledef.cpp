@@ -190,4 +190,8 @@ TableDef readTableDef(Pager& pager, uint32_t firstPage, std::string name) {
     return def;
 }
 
+uint32_t plausibleRowCount(const TableDef& def, const Pager& pager) {
+    return uint32_t(std::min<uint64_t>(def.rowCount, uint64_t(pager.pageCount()) * 256));
+}
+
 }  // namespace jet

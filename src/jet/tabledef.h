@@ -98,6 +98,10 @@ struct TableDef {
     const Column* column(std::string_view name) const;  // without regard to case
 };
 
+// The stored row count, bounded by what the file can hold (a damaged count must not reserve
+// gigabytes): a page holds at most 256 rows.
+uint32_t plausibleRowCount(const TableDef& def, const Pager& pager);
+
 // Reads the table definition that starts at page `firstPage`.
 TableDef readTableDef(Pager& pager, uint32_t firstPage, std::string name);
 
