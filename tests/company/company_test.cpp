@@ -336,6 +336,52 @@ TEST(CompanyDemo, FilesPassEveryReaderAndHoldTheDueDeadlines) {
     EXPECT_EQ(fs::file_size(dir / "Kerova.dsb"), size);
 }
 
+// The demo's tables agree with each other as the forms expect: trips name existing vehicles and
+// run on from one odometer reading to the next, parts and attachments point at existing keys.
+TEST(CompanyDemo, TablesAgreeWithEachOther) {
+    TempDir tmp;
+    fs::path dir = tmp / "demo";
+    company::createDemo(dir, std::chrono::sys_days(std::chrono::year(2025) / 2 / 28));
+    auto db = jet::Database::open((dir / "Kerova.dsb").string(), jet::Database::Mode::ReadOnly);
+    auto column = [&](const std::string& table, const std::string& name) {
+        auto& t = db->table(table);
+        size_t at = static_cast<size_t>(company::findFile("Kerova.dsb")->table(table)->position(name));
+        std::vector<jet::Value> out;
+        t.scan([&](jet::RowId, const jet::Row& row) {
+            out.push_back(row[at]);
+            return true;
+        });
+        return out;
+    };
+    auto textSet = [](const std::vector<jet::Value>& v) {
+        std::set<std::string> s;
+        for (const auto& x : v) s.insert(std::get<std::string>(x));
+        return s;
+    };
+    auto plates = textSet(column("Jarmuvek", "GkFrsz"));
+    auto groups = textSet(column("Utak", "CsoportAzonositó"));
+    auto visits = textSet(column("SzervizModul", "recordID"));
+    for (const auto& p : textSet(column("Utak", "FRSZ"))) EXPECT_TRUE(plates.count(p)) << p;
+    for (const auto& g : textSet(column("UtakSzallitottSzemely", "UtakCsoportAzonosito"))) EXPECT_TRUE(groups.count(g)) << g;
+    for (const auto& g : textSet(column("UtakCsatoltOkmany", "UtakCsoportAzonosito"))) EXPECT_TRUE(groups.count(g)) << g;
+    for (const auto& k : textSet(column("SzervizModulAlkatreszek", "recordID"))) EXPECT_TRUE(visits.count(k)) << k;
+    EXPECT_EQ(visits.size(), 11u);  // the keys are unique
+
+    // Odometer: per vehicle, each trip starts where the last one ended.
+    auto frsz = column("Utak", "FRSZ"), start = column("Utak", "KezdöKM"), end = column("Utak", "ZáróKM");
+    std::map<std::string, double> lastEnd;
+    for (size_t i = 0; i < frsz.size(); ++i) {
+        const auto& p = std::get<std::string>(frsz[i]);
+        double s = std::get<double>(start[i]), e = std::get<double>(end[i]);
+        if (lastEnd.count(p)) EXPECT_EQ(s, lastEnd[p]) << p << " row " << i;
+        EXPECT_GT(e, s);
+        lastEnd[p] = e;
+    }
+    auto current = column("Jarmuvek", "JelenlegiKmAllas"), vplates = column("Jarmuvek", "GkFrsz");
+    for (size_t i = 0; i < vplates.size(); ++i)
+        EXPECT_EQ(std::get<double>(current[i]), lastEnd[std::get<std::string>(vplates[i])]);
+}
+
 TEST(CompanyDemo, EqualsTheJavaDemoOfTheSameDay) {
     if (!javaToolsAvailable()) GTEST_SKIP() << "no " << KEROVA_JAVA_JAR;
     TempDir tmp;
@@ -365,7 +411,7 @@ TEST(CompanySql, SelectUpdateAndBadStatements) {
     std::string file = (dir / "Kerova.dsb").string();
     auto sel = testsupport::cli({"sql", file, "select GkFrsz, recordID, Figyelmeztetés from Jarmuvek where recordID <= 3 order by GkFrsz desc"});
     EXPECT_EQ(sel.exitCode, 0) << sel.err;
-    EXPECT_EQ(sel.out, "GkFrsz\trecordID\tFigyelmeztetés\nMEG-318\t3\tIgaz\nLHZ-245\t2\tHamis\nKRV-101\t1\tHamis\n");
+    EXPECT_EQ(sel.out, "GkFrsz\trecordID\tFigyelmeztetés\nMEG-318\t3\tTrue\nLHZ-245\t2\tFalse\nKRV-101\t1\tFalse\n");
 
     auto upd = testsupport::cli({"sql", file, " update Jarmuvek set GkTipus = 'Ford' where GkFrsz like 'KRV*'"});
     EXPECT_EQ(upd.out, "1\n");
@@ -382,6 +428,10 @@ TEST(CompanySql, SelectUpdateAndBadStatements) {
     EXPECT_EQ(dup.exitCode, 1);
     EXPECT_EQ(dup.err.rfind("hiba 3022: ", 0), 0u) << dup.err;
     EXPECT_EQ(testsupport::cli({"sql", file, "select * from Jarmuvek"}).out, before);
+    // Values on one line each; Null as nothing.
+    EXPECT_EQ(testsupport::cli({"sql", file, "update Jarmuvek set Motorszám = 'a\tb\nc' where recordID = 2"}).out, "1\n");
+    EXPECT_EQ(testsupport::cli({"sql", file, "select Motorszám, TachoOMHEng from Jarmuvek where recordID = 2"}).out,
+              "Motorszám\tTachoOMHEng\na b c\t\n");
     EXPECT_EQ(testsupport::cli({"sql", (tmp / "nincs.dsb").string(), "select * from x"}).err.rfind("hiba 3024: ", 0), 0u);
 
     if (!javaToolsAvailable()) return;
