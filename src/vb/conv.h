@@ -32,6 +32,8 @@ Variant Str(const Variant& v);
 // (so Val(7.5) = 7 on a Hungarian Windows). Null raises 94.
 double Val(std::string_view text);
 double Val(const Variant& v);
+inline double Val(const char* text) { return Val(std::string_view(text)); }
+inline double Val(const std::string& text) { return Val(std::string_view(text)); }
 
 // A double as CStr prints it, with `significant` digits (15 for Double, 7 for Single) and the
 // given decimal separator. NaN and infinities raise 6.

@@ -86,6 +86,7 @@ Date toDate(const DateParts& p) {
 }
 
 DateParts dateParts(Date d) { return split(d.serial, 1); }
+DateParts detail::secondParts(Date d) { return split(d.serial, 1000); }
 
 std::string dateText(Date d) {
     DateParts p = split(d.serial, 1000);
