@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <set>
 
 #include "db_support.h"
@@ -20,6 +21,7 @@ class Peer {
 public:
     explicit Peer(const std::filesystem::path& folder) {
         int down[2], up[2];
+        ::signal(SIGPIPE, SIG_IGN);  // a peer that died must fail the test, not kill it
         if (::pipe(down) != 0 || ::pipe(up) != 0) throw std::runtime_error("pipe");
         pid_ = ::fork();
         if (pid_ == 0) {
@@ -35,7 +37,7 @@ public:
     }
     ~Peer() {
         if (pid_ > 0) {
-            send("quit");
+            if (!quit_) send("quit");
             ::close(to_);
             ::close(from_);
             int status = 0;
@@ -43,6 +45,7 @@ public:
         }
     }
     void send(const std::string& line) {
+        quit_ = quit_ || line == "quit";
         std::string l = line + "\n";
         (void)!::write(to_, l.data(), l.size());
     }
@@ -97,6 +100,7 @@ private:
     }
 
     pid_t pid_ = -1;
+    bool quit_ = false;
     int to_ = -1, from_ = -1;
 };
 
