@@ -154,6 +154,10 @@ TEST(VbCInt, RoundsHalvesToEvenAndOverflowsOutside16Bits) {
     EXPECT_EQ(8, CInt("7,5"));
     EXPECT_EQ(2, CInt("2,5"));
     EXPECT_EQ(3, CInt("2,50000000000000000001"));  // decided on the decimal text, not a double
+    EXPECT_EQ(0, CInt("0,5"));
+    EXPECT_EQ(1, CInt("0,51"));
+    EXPECT_EQ(-2, CInt("-1,5"));
+    EXPECT_EQ(10, CInt("9,5"));
     EXPECT_EQ(12, CInt(" 12 "));
     EXPECT_EQ(-1, CInt(true));
     EXPECT_EQ(32767, CInt(32767));
