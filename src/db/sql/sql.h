@@ -11,7 +11,7 @@
 // (UPDATE); an unknown name 3061 in a statement ("Too few parameters. Expected n."), 3070 in a
 // filter; an unknown function 3085; a bare column beside an aggregate 3122; an aggregate where none
 // may be 3096; ORDER BY outside a DISTINCT list 3093; evaluation: type mismatch 3464, division by
-// zero 11, overflow 6, invalid procedure call 5.
+// zero 11, overflow 6 (VB's other run-time errors, such as 5 and 94, reach Jet as 3464).
 #pragma once
 
 #include <cstddef>
