@@ -65,7 +65,8 @@ Recordset::Recordset(std::shared_ptr<Database> db, std::string source, int type)
     if (sql::looksLikeStatement(source_)) {
         statement_ = sql::parse(source_);
         tableName_ = statement_->tableName();
-        jet::Table& t = table();
+        table_ = &db_->table(tableName_);
+        jet::Table& t = *table_;
         select_ = translated([&] { return std::make_unique<sql::Select>(statement_, t); });
         snapshot_ = select_->isSnapshot();
         columns_ = select_->columns();
@@ -74,7 +75,8 @@ Recordset::Recordset(std::shared_ptr<Database> db, std::string source, int type)
         tableName_ = source_;
         if (tableName_.size() >= 2 && tableName_.front() == '[' && tableName_.back() == ']')
             tableName_ = tableName_.substr(1, tableName_.size() - 2);
-        for (const jet::Column& c : table().def().columns) columns_.push_back(c.name);
+        table_ = &db_->table(tableName_);
+        for (const jet::Column& c : table_->def().columns) columns_.push_back(c.name);
         tableWidth_ = columns_.size();
     }
     run();
@@ -87,10 +89,11 @@ Recordset::~Recordset() {
     }
 }
 
-jet::Table& Recordset::table() const { return db_->table(tableName_); }
+jet::Table& Recordset::table() const { return *table_; }
 
 void Recordset::run() {
-    jet::Table& t = table();
+    table_ = &db_->table(tableName_);
+    jet::Table& t = *table_;
     translated([&] {
         if (snapshot_) {
             rows_ = select_->snapshot(t).rows;

@@ -143,6 +143,7 @@ private:
     std::shared_ptr<Database> db_;
     std::string source_;
     std::string tableName_;
+    jet::Table* table_ = nullptr;  // looked up at open and Requery (the engine keeps it alive)
     std::shared_ptr<const sql::Statement> statement_;
     std::unique_ptr<sql::Select> select_;
     bool snapshot_ = false;
