@@ -8,6 +8,7 @@
 #include "btree.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 #include <optional>
@@ -43,52 +44,13 @@ int compareKeys(KeyView a, KeyView b) {
 
 RowId rowAt(const uint8_t* p) { return RowId{be24(p), p[3]}; }
 
+size_t commonPrefix(KeyView a, KeyView b) {
+    size_t n = std::min(a.size(), b.size()), i = 0;
+    while (i < n && a[i] == b[i]) ++i;
+    return i;
+}
+
 std::string pageName(uint32_t pgno) { return "index page " + std::to_string(pgno); }
-
-// The end offsets of a page's entries, from its bitmask (low bit first). Bounds-checked.
-void entryEnds(const uint8_t* p, uint32_t pgno, const std::string& file, std::vector<uint16_t>& ends) {
-    ends.clear();
-    const uint8_t* mask = p + kMask;
-    for (size_t i = 0; i < kMaskBytes; i += 8) {
-        uint64_t w = 0;
-        std::memcpy(&w, mask + i, std::min<size_t>(8, kMaskBytes - i));  // little-endian hosts
-        while (w) {
-            size_t end = i * 8 + size_t(std::countr_zero(w));
-            w &= w - 1;
-            if (end > kEntryArea) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has an entry past the page end");
-            if (end <= (ends.empty() ? 0 : ends.back())) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has an empty entry");
-            ends.push_back(uint16_t(end));
-        }
-    }
-}
-
-// Calls f(entry, length) for every entry of an index page, in full. Bounds-checked.
-template <class F>
-void forEachEntry(const uint8_t* p, uint32_t pgno, const std::string& file, size_t trailer, F&& f,
-                  size_t* storedEnd = nullptr) {
-    thread_local std::vector<uint16_t> ends;
-    entryEnds(p, pgno, file, ends);
-    const size_t prefix = le16(p + kPrefix);
-    const uint8_t* area = p + kEntries;
-    if (!ends.empty() && prefix > ends[0])
-        fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a prefix longer than its first entry");
-    uint8_t buf[kEntryArea * 2];
-    if (prefix) std::memcpy(buf, area, prefix);  // the first entry begins the area
-    size_t start = 0;
-    for (size_t i = 0; i < ends.size(); ++i) {
-        size_t len = ends[i] - start;
-        if (i == 0 || prefix == 0) {
-            if (len < trailer) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a truncated entry");
-            f(area + start, len);
-        } else {
-            if (prefix + len < trailer) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a truncated entry");
-            std::memcpy(buf + prefix, area + start, len);
-            f(static_cast<const uint8_t*>(buf), prefix + len);
-        }
-        start = ends[i];
-    }
-    if (storedEnd) *storedEnd = start;
-}
 
 }  // namespace
 
@@ -100,37 +62,146 @@ int compareIndexEntries(KeyView keyA, RowId a, KeyView keyB, RowId b) {
     return 0;
 }
 
+// One index page read where it lies. The mask is summed per 64-bit word once; entry i's end is
+// found from those sums when asked (a binary search touches a handful of entries, not all), and
+// an entry is put back together (the page's shared prefix, then its stored bytes) in the view's
+// own buffer, so a span it returns stays valid only until the next read of an entry that is not
+// the first. Every entry read is bounds-checked.
+class IndexPageView {
+public:
+    static constexpr size_t kWords = (kMaskBytes + 7) / 8;
+    using MaskWords = std::array<uint64_t, kWords>;  // the mask, bit n of the whole = bit n % 64 of word n / 64
+    IndexPageView(PageRef page, uint32_t pgno, const std::string& file) : IndexPageView(page->data(), pgno, file) {
+        hold_ = std::move(page);
+    }
+    IndexPageView(const uint8_t* p, uint32_t pgno, const std::string& file) : number(pgno), p_(p), file_(&file) {
+        if (p[0] != page::kIndexNode && p[0] != page::kIndexLeaf)
+            fail(ErrorKind::Corrupt, file, pageName(pgno) + " is not an index page");
+        leaf = p[0] == page::kIndexLeaf;
+        tail = le32(p + kTail);
+        prefix_ = le16(p + kPrefix);
+        std::memcpy(words_.data(), p + kMask, kMaskBytes);  // little-endian hosts; the rest stays 0
+        if (words_[0] & 1) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has an empty entry");
+        for (size_t w = 0; w < kWords; ++w) {
+            if (w * 64 + 64 > kEntryArea + 1 && (words_[w] >> std::min<size_t>(63, kEntryArea + 1 - w * 64)) != 0)
+                fail(ErrorKind::Corrupt, file, pageName(pgno) + " has an entry past the page end");
+            before_[w + 1] = uint16_t(before_[w] + std::popcount(words_[w]));
+        }
+        if (size() && prefix_ > end(0))
+            fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a prefix longer than its first entry");
+    }
+
+    uint32_t number;
+    bool leaf = true;
+    uint32_t tail = 0;
+
+    size_t size() const { return before_[kWords]; }
+    bool empty() const { return size() == 0; }
+    size_t trailer() const { return leaf ? 4 : 8; }
+    size_t prefix() const { return prefix_; }
+    uint32_t next() const { return le32(p_ + kNext); }
+
+    // Where entry i's stored bytes end (and entry i + 1's begin), counted from the entry area.
+    size_t end(size_t i) const {
+        size_t w = size_t(std::upper_bound(before_.begin(), before_.end(), uint16_t(i)) - before_.begin()) - 1;
+        uint64_t bits = words_[w];
+        for (size_t k = i - before_[w]; k; --k) bits &= bits - 1;
+        return w * 64 + size_t(std::countr_zero(bits));
+    }
+    size_t begin(size_t i) const { return i ? end(i - 1) : 0; }
+    size_t storedEnd() const { return empty() ? 0 : end(size() - 1); }
+    // The first entry end after `pos` (the entry that starts at pos); 0 when none.
+    size_t endAfter(size_t pos) const {
+        size_t b = pos + 1, w = b / 64;
+        uint64_t bits = w < kWords ? words_[w] & (~uint64_t(0) << (b % 64)) : 0;
+        while (!bits) {
+            if (++w >= kWords) return 0;
+            bits = words_[w];
+        }
+        return w * 64 + size_t(std::countr_zero(bits));
+    }
+
+    // Entry i in full, given where its stored bytes lie.
+    std::span<const uint8_t> entry(size_t i, size_t start, size_t stop) const {
+        const uint8_t* area = p_ + kEntries;
+        size_t len = stop - start;
+        if (i == 0 || prefix_ == 0) {
+            if (len < trailer()) truncated();
+            return {area + start, len};
+        }
+        if (prefix_ + len < trailer()) truncated();
+        std::memcpy(buf_.data(), area, prefix_);
+        std::memcpy(buf_.data() + prefix_, area + start, len);
+        return {buf_.data(), prefix_ + len};
+    }
+    std::span<const uint8_t> entry(size_t i) const { return entry(i, begin(i), end(i)); }
+    // Calls f(entry) for the entries from i on, in order, until it returns false.
+    template <class F>
+    void forEachFrom(size_t i, F&& f) const {
+        for (size_t start = begin(i); i < size(); ++i) {
+            size_t stop = endAfter(start);
+            if (!f(entry(i, start, stop))) return;
+            start = stop;
+        }
+    }
+    KeyView key(size_t i) const {
+        auto e = entry(i);
+        return e.first(e.size() - trailer());
+    }
+    uint32_t child(size_t i) const {
+        auto e = entry(i);
+        return be32(e.data() + e.size() - 4);
+    }
+    int compareAt(size_t i, KeyView k, RowId r) const {
+        auto e = entry(i);
+        KeyView ek = e.first(e.size() - trailer());
+        return compareIndexEntries(ek, rowAt(e.data() + ek.size()), k, r);
+    }
+    // The first entry >= (key, row): size() when none.
+    size_t lowerBound(KeyView k, RowId r) const {
+        size_t lo = 0, hi = size();
+        while (lo < hi) {
+            size_t mid = (lo + hi) / 2;
+            if (compareAt(mid, k, r) < 0) lo = mid + 1;
+            else hi = mid;
+        }
+        return lo;
+    }
+
+    const MaskWords& mask() const { return words_; }
+
+private:
+    [[noreturn]] void truncated() const { fail(ErrorKind::Corrupt, *file_, pageName(number) + " has a truncated entry"); }
+
+    PageRef hold_;  // keeps the bytes alive
+    const uint8_t* p_;
+    const std::string* file_;
+    size_t prefix_ = 0;
+    MaskWords words_{};
+    std::array<uint16_t, kWords + 1> before_{};  // entries ending in the words before word w
+    mutable std::array<uint8_t, 2 * kEntryArea> buf_;
+};
+
 // ---- IndexPage ----
 
 IndexPage IndexPage::decode(const uint8_t* p, uint32_t number, const std::string& file) {
-    if (p[0] != page::kIndexNode && p[0] != page::kIndexLeaf)
-        fail(ErrorKind::Corrupt, file, pageName(number) + " is not an index page");
+    IndexPageView v(p, number, file);
     IndexPage pg;
     pg.number = number;
-    pg.leaf = p[0] == page::kIndexLeaf;
+    pg.leaf = v.leaf;
     pg.owner = le32(p + 4);
     pg.prev = le32(p + kPrev);
     pg.next = le32(p + kNext);
-    pg.tail = le32(p + kTail);
-    pg.blob_.resize(kEntryArea * 2);
-    size_t used = 0;
-    forEachEntry(p, number, file, pg.trailer(), [&](const uint8_t* e, size_t len) {
-        if (used + len > pg.blob_.size()) pg.blob_.resize(std::max(pg.blob_.size() * 2, used + len));
-        std::memcpy(pg.blob_.data() + used, e, len);
-        used += len;
-        pg.ends_.push_back(uint32_t(used));
+    pg.tail = v.tail;
+    pg.blob_.reserve(v.storedEnd() + v.prefix() * (v.size() ? v.size() - 1 : 0));
+    pg.ends_.reserve(v.size());
+    v.forEachFrom(0, [&](std::span<const uint8_t> e) {
+        pg.blob_.insert(pg.blob_.end(), e.begin(), e.end());
+        pg.ends_.push_back(uint32_t(pg.blob_.size()));
+        return true;
     });
-    pg.blob_.resize(used);
     return pg;
 }
-
-namespace {
-size_t commonPrefix(KeyView a, KeyView b) {
-    size_t n = std::min(a.size(), b.size()), i = 0;
-    while (i < n && a[i] == b[i]) ++i;
-    return i;
-}
-}  // namespace
 
 size_t IndexPage::encodedSize(size_t from, size_t to) const {
     if (to <= from) return 0;
@@ -229,95 +300,138 @@ IndexPage IndexPage::takeFront(size_t n) {
 // ---- reading ----
 
 struct BTree::Frame {
-    IndexPage page;
-    size_t child = 0;  // the child taken: an entry, or size() for the tail
+    uint32_t number = 0;
+    size_t child = 0;      // the child taken: an entry, or the entry count for the tail
+    bool viaTail = false;
+    std::optional<IndexPage> page;  // decoded once the page takes part in a change
     bool dirty = false;
 };
 
-IndexPage BTree::load(uint32_t pgno) const {
+IndexPage BTree::load(uint32_t pgno) const { return IndexPage::decode(pageAt(pgno)->data(), pgno, pager_.path()); }
+
+PageRef BTree::pageAt(uint32_t pgno) const {
     if (pgno == 0 || pgno >= pager_.pageCount())
         fail(ErrorKind::Corrupt, pager_.path(), "an index points at page " + std::to_string(pgno) + " outside the file");
-    PageRef ref = pager_.page(pgno);
-    return IndexPage::decode(ref->data(), pgno, pager_.path());
+    return pager_.page(pgno);
+}
+
+IndexPage& BTree::decoded(Frame& f) const {
+    if (!f.page) f.page = load(f.number);
+    return *f.page;
 }
 
 namespace {
 // The child to follow for (key, row) on an intermediate page: the first entry >= it, else the
 // tail, else the last entry. Returns the child's index (size() for the tail).
-size_t childFor(const IndexPage& pg, KeyView key, RowId row, bool seek, const std::string& file) {
+size_t childFor(const IndexPageView& pg, KeyView key, RowId row, bool seek, const std::string& file) {
     if (pg.empty() && !pg.tail) fail(ErrorKind::Corrupt, file, pageName(pg.number) + " has no children");
     if (!seek) return pg.empty() ? pg.size() : 0;
     size_t i = pg.lowerBound(key, row);
     if (i == pg.size() && !pg.tail) --i;
     return i;
 }
-uint32_t childPage(const IndexPage& pg, size_t i) { return i == pg.size() ? pg.tail : pg.child(i); }
+uint32_t childPage(const IndexPageView& pg, size_t i) { return i == pg.size() ? pg.tail : pg.child(i); }
+
+void putRow(uint8_t* p, RowId r) {
+    p[0] = uint8_t(r.page >> 16);
+    p[1] = uint8_t(r.page >> 8);
+    p[2] = uint8_t(r.page);
+    p[3] = uint8_t(r.row);
+}
+
+using MaskWords = IndexPageView::MaskWords;
+
+// The mask with the end of every entry lying after `from` moved by delta bytes (the entries
+// behind an insertion or removal at `from`).
+MaskWords moveEnds(const MaskWords& in, size_t from, ptrdiff_t delta) {
+    const size_t n = in.size();
+    MaskWords out{};
+    for (size_t w = 0; w < n; ++w) {
+        uint64_t stay = w * 64 + 63 <= from ? ~uint64_t(0) : w * 64 > from ? 0 : (uint64_t(2) << (from % 64)) - 1;
+        out[w] |= in[w] & stay;
+        uint64_t move = in[w] & ~stay;
+        if (!move) continue;
+        // Bits of word w land at w * 64 + delta + k: words t and t + 1 (t may be one below w).
+        ptrdiff_t target = ptrdiff_t(w * 64) + delta;
+        ptrdiff_t t = target >= 0 ? target / 64 : -1;  // bits only move to non-negative places
+        size_t shift = size_t(target - t * 64);         // 0..63
+        if (t >= 0 && size_t(t) < n) out[size_t(t)] |= move << shift;
+        if (shift && size_t(t + 1) < n) out[size_t(t + 1)] |= move >> (64 - shift);
+    }
+    return out;
+}
+
+void storeMask(uint8_t* p, const MaskWords& words) { std::memcpy(p + kMask, words.data(), kMaskBytes); }
 }  // namespace
 
-uint32_t BTree::firstLeafFrom(uint32_t pgno, KeyView key, RowId row, bool seek) const {
+IndexPageView BTree::leafFor(KeyView key, RowId row, bool seek, std::vector<Frame>* path) const {
+    uint32_t pgno = root_;
     for (int depth = 0; depth <= kMaxDepth; ++depth) {
-        IndexPage pg = load(pgno);
-        if (pg.leaf) return pgno;
-        pgno = childPage(pg, childFor(pg, key, row, seek, pager_.path()));
+        IndexPageView pg(pageAt(pgno), pgno, pager_.path());
+        if (pg.leaf) return pg;
+        size_t i = childFor(pg, key, row, seek, pager_.path());
+        if (path) {
+            path->emplace_back();
+            path->back().number = pgno;
+            path->back().child = i;
+            path->back().viaTail = i == pg.size();
+        }
+        pgno = childPage(pg, i);
     }
     fail(ErrorKind::Corrupt, pager_.path(), "the index at page " + std::to_string(root_) + " is too deep (a loop?)");
 }
 
-void BTree::walkLeaves(uint32_t pgno, bool seek, KeyView key, const Visit& visit) const {
+void BTree::walkLeaves(IndexPageView first, bool seek, KeyView key, const Visit& visit) const {
     const uint32_t limit = pager_.pageCount();
+    std::optional<IndexPageView> leaf(std::move(first));
     bool started = !seek;
-    bool stop = false;
-    for (uint32_t count = 0; pgno && !stop; ++count) {
-        if (count >= limit || pgno >= limit)
-            fail(ErrorKind::Corrupt, pager_.path(), "the leaf chain of the index at page " + std::to_string(root_) + " is broken");
-        PageRef ref = pager_.page(pgno);
-        const uint8_t* p = ref->data();
-        if (p[0] != page::kIndexLeaf) fail(ErrorKind::Corrupt, pager_.path(), pageName(pgno) + " is not an index leaf");
-        forEachEntry(p, pgno, pager_.path(), 4, [&](const uint8_t* e, size_t len) {
-            if (stop) return;
-            KeyView k(e, len - 4);
-            if (!started) {
-                if (compareKeys(k, key) < 0) return;
-                started = true;
-            }
-            if (!visit(k, rowAt(e + len - 4))) stop = true;
+    for (uint32_t count = 0;; ++count) {
+        if (!leaf->leaf) fail(ErrorKind::Corrupt, pager_.path(), pageName(leaf->number) + " is not an index leaf");
+        size_t i = 0;
+        if (!started) {
+            i = leaf->lowerBound(key, RowId{});
+            started = i < leaf->size();
+        }
+        bool more = true;
+        leaf->forEachFrom(i, [&](std::span<const uint8_t> e) {
+            return more = visit(e.first(e.size() - 4), rowAt(e.data() + e.size() - 4));
         });
-        pgno = le32(p + kNext);
+        if (!more) return;
+        uint32_t next = leaf->next();
+        if (!next) return;
+        if (count + 1 >= limit || next >= limit)
+            fail(ErrorKind::Corrupt, pager_.path(), "the leaf chain of the index at page " + std::to_string(root_) + " is broken");
+        PageRef ref = pager_.page(next);
+        if (ref->bytes[0] != page::kIndexLeaf) fail(ErrorKind::Corrupt, pager_.path(), pageName(next) + " is not an index leaf");
+        leaf.emplace(std::move(ref), next, pager_.path());
     }
 }
 
-void BTree::scan(const Visit& visit) const { walkLeaves(firstLeafFrom(root_, {}, {}, false), false, {}, visit); }
+void BTree::scan(const Visit& visit) const { walkLeaves(leafFor({}, {}, false, nullptr), false, {}, visit); }
 
 void BTree::scanFrom(KeyView key, const Visit& visit) const {
-    walkLeaves(firstLeafFrom(root_, key, RowId{}, true), true, key, visit);
+    walkLeaves(leafFor(key, RowId{}, true, nullptr), true, key, visit);
+}
+
+bool BTree::contains(KeyView key, RowId row) const {
+    IndexPageView leaf = leafFor(key, row, true, nullptr);
+    size_t i = leaf.lowerBound(key, row);
+    return i < leaf.size() && leaf.compareAt(i, key, row) == 0;
 }
 
 // ---- writing ----
 
-std::vector<BTree::Frame> BTree::descend(KeyView key, RowId row) const {
-    std::vector<Frame> path;
-    uint32_t pgno = root_;
-    for (int depth = 0; depth <= kMaxDepth; ++depth) {
-        Frame f;
-        f.page = load(pgno);
-        if (f.page.leaf) {
-            path.push_back(std::move(f));
-            return path;
-        }
-        f.child = childFor(f.page, key, row, true, pager_.path());
-        pgno = childPage(f.page, f.child);
-        path.push_back(std::move(f));
-    }
-    fail(ErrorKind::Corrupt, pager_.path(), "the index at page " + std::to_string(root_) + " is too deep (a loop?)");
-}
-
 bool BTree::insert(KeyView key, RowId row, const IndexPageSource& pages) {
     if (key.size() > kMaxKey)
         fail(ErrorKind::Invalid, pager_.path(), "an index key of " + std::to_string(key.size()) + " bytes is too long");
-    auto path = descend(key, row);
-    IndexPage& leaf = path.back().page;
-    size_t i = leaf.lowerBound(key, row);
-    if (leaf.equalAt(i, key, row)) return false;
+    std::vector<Frame> path;
+    IndexPageView view = leafFor(key, row, true, &path);
+    size_t i = view.lowerBound(key, row);
+    if (i < view.size() && view.compareAt(i, key, row) == 0) return false;
+    if (insertInPlace(path, view, i, key, row)) return true;
+    path.emplace_back();
+    path.back().number = view.number;
+    IndexPage& leaf = decoded(path.back());
     leaf.insert(i, key, row);
     path.back().dirty = true;
     fixUp(path, i + 1 == leaf.size(), pages);
@@ -325,13 +439,60 @@ bool BTree::insert(KeyView key, RowId row, const IndexPageSource& pages) {
 }
 
 bool BTree::remove(KeyView key, RowId row, const IndexPageSource& pages) {
-    auto path = descend(key, row);
-    IndexPage& leaf = path.back().page;
-    size_t i = leaf.lowerBound(key, row);
-    if (!leaf.equalAt(i, key, row)) return false;
+    std::vector<Frame> path;
+    IndexPageView view = leafFor(key, row, true, &path);
+    size_t i = view.lowerBound(key, row);
+    if (!(i < view.size() && view.compareAt(i, key, row) == 0)) return false;
+    if (removeInPlace(path, view, i)) return true;
+    path.emplace_back();
+    path.back().number = view.number;
+    IndexPage& leaf = decoded(path.back());
     leaf.erase(i);
     path.back().dirty = true;
     fixUp(path, i == leaf.size(), pages);
+    return true;
+}
+
+// Most changes stay within one leaf: its first entry and shared prefix stay, and its last entry
+// either stays or is named by no parent (every page above was left by its tail). Those are made
+// in the page's bytes; the page ends up exactly as decoding, changing and encoding it would leave
+// it (encode's prefix rule: the common prefix of the first and last keys).
+
+bool BTree::insertInPlace(const std::vector<Frame>& path, const IndexPageView& leaf, size_t i, KeyView key, RowId row) {
+    const size_t n = leaf.size();
+    if (i == 0) return false;  // a new first entry: every other entry's stored bytes change
+    if (i == n && !std::all_of(path.begin(), path.end(), [](const Frame& f) { return f.viaTail; })) return false;
+    size_t prefix = commonPrefix(leaf.key(0), i == n ? key : leaf.key(n - 1));
+    const size_t len = key.size() + 4 - prefix;
+    if (prefix != leaf.prefix() || leaf.storedEnd() + len > kEntryArea) return false;
+    const size_t at = leaf.begin(i), end = leaf.storedEnd();
+    uint8_t* p = pager_.modify(leaf.number);
+    uint8_t* area = p + kEntries;
+    std::memmove(area + at + len, area + at, end - at);
+    std::memcpy(area + at, key.data() + prefix, key.size() - prefix);
+    putRow(area + at + key.size() - prefix, row);
+    MaskWords mask = moveEnds(leaf.mask(), at, ptrdiff_t(len));
+    mask[(at + len) / 64] |= uint64_t(1) << ((at + len) % 64);
+    storeMask(p, mask);
+    putLe16(p + 2, uint16_t(kEntryArea - end - len));
+    return true;
+}
+
+bool BTree::removeInPlace(const std::vector<Frame>& path, const IndexPageView& leaf, size_t i) {
+    const size_t n = leaf.size();
+    if (i == 0) return false;  // a new first entry
+    if (i + 1 == n && !std::all_of(path.begin(), path.end(), [](const Frame& f) { return f.viaTail; })) return false;
+    size_t prefix = n > 2 ? commonPrefix(leaf.key(0), leaf.key(i + 1 == n ? n - 2 : n - 1)) : 0;
+    if (prefix != leaf.prefix()) return false;
+    const size_t at = leaf.begin(i), len = leaf.end(i) - at, end = leaf.storedEnd();
+    uint8_t* p = pager_.modify(leaf.number);
+    uint8_t* area = p + kEntries;
+    std::memmove(area + at, area + at + len, end - at - len);
+    std::memset(area + end - len, 0, len);
+    MaskWords mask = leaf.mask();
+    mask[(at + len) / 64] &= ~(uint64_t(1) << ((at + len) % 64));
+    storeMask(p, moveEnds(mask, at + len, -ptrdiff_t(len)));
+    putLe16(p + 2, uint16_t(kEntryArea - end + len));
     return true;
 }
 
@@ -426,9 +587,9 @@ void BTree::split(IndexPage& pg, IndexPage& parent, size_t at, const IndexPageSo
 void BTree::fixUp(std::vector<Frame>& path, bool lastChanged, const IndexPageSource& pages) {
     for (size_t lv = path.size(); lv-- > 0;) {
         Frame& f = path[lv];
-        IndexPage& pg = f.page;
         if (lv == 0) {
             if (!f.dirty) return;
+            IndexPage& pg = decoded(f);
             if (!pg.leaf && pg.empty() && !pg.tail) pg.leaf = true;  // the tree is empty again
             normalize(pg);
             if (!pg.fits()) {
@@ -447,29 +608,33 @@ void BTree::fixUp(std::vector<Frame>& path, bool lastChanged, const IndexPageSou
         }
         Frame& up = path[lv - 1];
         const size_t at = up.child;
-        const bool viaTail = at == up.page.size();
+        const bool viaTail = up.viaTail;
         bool upLast = false;
-        if (f.dirty && pg.empty() && !pg.tail) {
+        if (f.dirty && decoded(f).empty() && !decoded(f).tail) {
             // An empty page leaves the chain and its parent, and goes back to the file.
+            IndexPage& pg = decoded(f);
+            IndexPage& parent = decoded(up);
             if (pg.prev) setLink(pg.prev, kNext, pg.next);
             if (pg.next) setLink(pg.next, kPrev, pg.prev);
             pages.release(pg.number);
             if (viaTail) {
-                up.page.tail = 0;
+                parent.tail = 0;
                 upLast = true;
             } else {
-                up.page.erase(at);
-                upLast = !up.page.tail && at == up.page.size();
+                parent.erase(at);
+                upLast = !parent.tail && at == parent.size();
             }
             up.dirty = true;
             lastChanged = upLast;
             continue;
         }
-        if (f.dirty) normalize(pg);
+        if (f.dirty) normalize(decoded(f));
         if (lastChanged) {
             if (viaTail) {
                 upLast = true;
             } else {
+                IndexPage& pg = decoded(f);
+                IndexPage& parent = decoded(up);
                 Bytes k;
                 RowId r;
                 if (!pg.leaf && pg.tail) {
@@ -479,16 +644,16 @@ void BTree::fixUp(std::vector<Frame>& path, bool lastChanged, const IndexPageSou
                     k.assign(kv.begin(), kv.end());
                     r = pg.row(pg.size() - 1);
                 }
-                up.page.replace(at, k, r);
+                parent.replace(at, k, r);
                 up.dirty = true;
-                upLast = !up.page.tail && at + 1 == up.page.size();
+                upLast = !parent.tail && at + 1 == parent.size();
             }
         }
-        if (f.dirty && !pg.fits()) {
-            split(pg, up.page, at, pages);
+        if (f.dirty && !decoded(f).fits()) {
+            split(decoded(f), decoded(up), at, pages);
             up.dirty = true;
         }
-        if (f.dirty) write(pg);
+        if (f.dirty) write(decoded(f));
         lastChanged = upLast;
         if (!up.dirty && !lastChanged) return;
     }
@@ -546,7 +711,7 @@ struct Walker {
                 fail(ErrorKind::Corrupt, pager.path(), "page " + std::to_string(pgno) + " is outside the file");
             PageRef ref = pager.page(pgno);
             pg = IndexPage::decode(ref->data(), pgno, pager.path());
-            forEachEntry(ref->data(), pgno, pager.path(), pg.leaf ? 4 : 8, [](const uint8_t*, size_t) {}, &storedEnd);
+            storedEnd = IndexPageView(ref->data(), pgno, pager.path()).storedEnd();
             if (le16(ref->data() + 2) != kEntryArea - storedEnd) report(pageName(pgno) + " has a wrong free-space count");
         } catch (const JetError& e) {
             report(e.what());

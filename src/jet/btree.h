@@ -25,12 +25,13 @@
 #include <string>
 #include <vector>
 
+#include "pager.h"
 #include "tabledef.h"
 #include "value.h"
 
 namespace jet {
 
-class Pager;
+class IndexPageView;  // one index page read in place (btree.cpp)
 
 namespace indexpage {
 constexpr uint32_t kPrev = 12;
@@ -112,6 +113,8 @@ public:
     // there, remove when it is absent.
     bool insert(KeyView key, RowId row, const IndexPageSource& pages);
     bool remove(KeyView key, RowId row, const IndexPageSource& pages);
+    // Whether the entry (key, row) is there.
+    bool contains(KeyView key, RowId row) const;
 
     // Walks the whole tree and reports every inconsistency (page kinds and owner, entry order,
     // intermediate entries against their children, tails, prev/next links, free-space fields).
@@ -123,9 +126,14 @@ public:
 private:
     struct Frame;
     IndexPage load(uint32_t pgno) const;
-    uint32_t firstLeafFrom(uint32_t pgno, KeyView key, RowId row, bool seek) const;
-    void walkLeaves(uint32_t leaf, bool seek, KeyView key, const Visit& visit) const;
-    std::vector<Frame> descend(KeyView key, RowId row) const;
+    PageRef pageAt(uint32_t pgno) const;
+    IndexPage& decoded(Frame& f) const;
+    // The leaf for (key, row) (seek) or the first leaf; the intermediate pages passed on the way
+    // go to `path` when given.
+    IndexPageView leafFor(KeyView key, RowId row, bool seek, std::vector<Frame>* path) const;
+    void walkLeaves(IndexPageView first, bool seek, KeyView key, const Visit& visit) const;
+    bool insertInPlace(const std::vector<Frame>& path, const IndexPageView& leaf, size_t i, KeyView key, RowId row);
+    bool removeInPlace(const std::vector<Frame>& path, const IndexPageView& leaf, size_t i);
     void fixUp(std::vector<Frame>& path, bool lastChanged, const IndexPageSource& pages);
     void normalize(IndexPage& page) const;
     void lastEntryUnder(uint32_t pgno, Bytes& key, RowId& row) const;

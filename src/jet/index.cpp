@@ -116,31 +116,57 @@ void checkUniqueKeys(Table& table, const Row& row, std::optional<RowId> self) {
     }
 }
 
-void indexInsert(Table& table, RowId id, const Row& row) {
+namespace {
+// A row's key in one real index; nothing when the index leaves the row out (every key column null
+// in an index that ignores nulls).
+std::optional<Bytes> entryKey(const TableDef& def, const RealIndex& ri, const Row& row) {
+    if (ri.ignoreNulls() && nullKeyColumns(def, ri, row) == ri.columns.size()) return std::nullopt;
+    return encodeIndexKey(def, ri, row);
+}
+bool skipped(const std::vector<bool>& skip, size_t i) { return i < skip.size() && skip[i]; }
+}  // namespace
+
+std::vector<bool> unchangedIndexes(Table& table, RowId id, const Row& old, const Row& row) {
+    const TableDef& def = table.def();
+    Pager& pager = table.database().pager();
+    std::vector<bool> out(def.realIndexes.size(), false);
+    for (size_t i = 0; i < def.realIndexes.size(); ++i) {
+        const RealIndex& ri = def.realIndexes[i];
+        std::optional<Bytes> before = entryKey(def, ri, old), after = entryKey(def, ri, row);
+        if (before != after) continue;
+        out[i] = !before || treeOf(pager, def, ri).contains(*before, id);
+    }
+    return out;
+}
+
+void indexInsert(Table& table, RowId id, const Row& row, const std::vector<bool>& skip) {
     TableDef& def = table.mutableDef();
     Pager& pager = table.database().pager();
     for (size_t i = 0; i < def.realIndexes.size(); ++i) {
         const RealIndex& ri = def.realIndexes[i];
-        if (ri.ignoreNulls() && nullKeyColumns(def, ri, row) == ri.columns.size()) continue;
-        Bytes key = encodeIndexKey(def, ri, row);
+        if (skipped(skip, i)) continue;
+        std::optional<Bytes> key = entryKey(def, ri, row);
+        if (!key) continue;
         BTree tree = treeOf(pager, def, ri);
         bool known = false;
-        tree.scanFrom(key, [&](KeyView k, RowId) {
-            known = sameKey(k, key);
+        tree.scanFrom(*key, [&](KeyView k, RowId) {
+            known = sameKey(k, *key);
             return false;
         });
-        if (tree.insert(key, id, pageSource(pager, ri)) && !known) countNewKey(pager, def, i);
+        if (tree.insert(*key, id, pageSource(pager, ri)) && !known) countNewKey(pager, def, i);
     }
 }
 
-void indexRemove(Table& table, RowId id, const Row& row) {
+void indexRemove(Table& table, RowId id, const Row& row, const std::vector<bool>& skip) {
     TableDef& def = table.mutableDef();
     Pager& pager = table.database().pager();
-    for (const RealIndex& ri : def.realIndexes) {
-        if (ri.ignoreNulls() && nullKeyColumns(def, ri, row) == ri.columns.size()) continue;
-        Bytes key = encodeIndexKey(def, ri, row);
+    for (size_t i = 0; i < def.realIndexes.size(); ++i) {
+        const RealIndex& ri = def.realIndexes[i];
+        if (skipped(skip, i)) continue;
+        std::optional<Bytes> key = entryKey(def, ri, row);
+        if (!key) continue;
         BTree tree = treeOf(pager, def, ri);
-        if (tree.remove(key, id, pageSource(pager, ri))) continue;
+        if (tree.remove(*key, id, pageSource(pager, ri))) continue;
         // Not under the row's key (an entry written from other values): find it by its row id.
         Bytes found;
         bool hit = false;

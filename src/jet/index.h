@@ -14,8 +14,13 @@ class Table;
 // Throws Duplicate when `row` would break a unique index (ignoring the row `self`, for updates).
 // Called before anything is written.
 void checkUniqueKeys(Table& table, const Row& row, std::optional<RowId> self);
-// Adds / removes the row's entries in every index of the table (inside the transaction).
-void indexInsert(Table& table, RowId id, const Row& row);
-void indexRemove(Table& table, RowId id, const Row& row);
+// Adds / removes the row's entries in every index of the table (inside the transaction), except
+// the real indexes marked in `skip` (by position in TableDef::realIndexes).
+void indexInsert(Table& table, RowId id, const Row& row, const std::vector<bool>& skip = {});
+void indexRemove(Table& table, RowId id, const Row& row, const std::vector<bool>& skip = {});
+// The real indexes whose entry for row `id` stays as it is when its values go from `old` to
+// `row`: the same key (or none in both), and the entry found where that key puts it. An update
+// leaves their pages alone.
+std::vector<bool> unchangedIndexes(Table& table, RowId id, const Row& old, const Row& row);
 
 }  // namespace jet

@@ -215,9 +215,10 @@ void Table::update(RowId id, Row row) {
     fillAutoNumbers(def_, row);
     checkUniqueKeys(*this, row, id);
 
+    const std::vector<bool> keep = unchangedIndexes(*this, id, old, row);
     freeLongValues(pager, def_, at.bytes);
     Bytes bytes = encodeRow(pager, def_, row);
-    indexRemove(*this, id, old);
+    indexRemove(*this, id, old, keep);
 
     if (replaceRow(pager.modify(at.data.page), at.data.row, bytes.data(), bytes.size())) {
         if (bytes.size() < at.bytes.size()) regainedRoom(pager, def_, at.data.page);
@@ -239,7 +240,7 @@ void Table::update(RowId id, Row row) {
             regainedRoom(pager, def_, id.page);
         }
     }
-    indexInsert(*this, id, row);
+    indexInsert(*this, id, row, keep);
     storeCounts(pager, def_);
     scope.commit();
 }

@@ -57,12 +57,12 @@ UsageMap UsageMap::read(Pager& pager, UsageMapRef ref) {
     size_t len = s.size();
 
     UsageMap m;
+    m.pager_ = &pager;
     m.ref_ = ref;
     m.type_ = row[0];
     if (m.type_ == 0) {
         if (len < 5) fail(ErrorKind::Corrupt, pager.path(), where(ref) + " is too short");
         m.start_ = get32(row + 1);
-        collectBits(row + 5, len - 5, m.start_, m.pages_);
     } else if (m.type_ == 1) {
         size_t slots = (len - 1) / 4;
         uint32_t total = pager.pageCount();
@@ -70,10 +70,8 @@ UsageMap UsageMap::read(Pager& pager, UsageMapRef ref) {
             uint32_t mp = get32(row + 1 + 4 * i);
             if (mp == 0) continue;
             if (mp >= total) fail(ErrorKind::Corrupt, pager.path(), where(ref) + " names a page outside the file");
-            PageRef bits = pager.page(mp);
-            if (bits->bytes[0] != kUsageMapPage)
+            if (pager.page(mp)->bytes[0] != kUsageMapPage)
                 fail(ErrorKind::Corrupt, pager.path(), where(ref) + ": page " + std::to_string(mp) + " is not a map page");
-            collectBits(bits->data() + kMapPageData, kPageSize - kMapPageData, uint32_t(i) * kPagesPerMapPage, m.pages_);
         }
     } else {
         fail(ErrorKind::Corrupt, pager.path(), where(ref) + " has unknown type " + std::to_string(m.type_));
@@ -81,8 +79,47 @@ UsageMap UsageMap::read(Pager& pager, UsageMapRef ref) {
     return m;
 }
 
+const std::vector<uint32_t>& UsageMap::pages() const {
+    if (collected_) return pages_;
+    Pager& pager = *pager_;
+    PageRef pg = pager.page(ref_.page);
+    Slot s = mapRow(*pg, pager, ref_);
+    const uint8_t* row = pg->data() + s.start;
+    if (type_ == 0) {
+        collectBits(row + 5, s.size() - 5, start_, pages_);
+    } else {
+        for (size_t i = 0, slots = (s.size() - 1) / 4; i < slots; ++i) {
+            uint32_t mp = get32(row + 1 + 4 * i);
+            if (mp == 0) continue;
+            PageRef bits = pager.page(mp);
+            collectBits(bits->data() + kMapPageData, kPageSize - kMapPageData, uint32_t(i) * kPagesPerMapPage, pages_);
+        }
+    }
+    collected_ = true;
+    return pages_;
+}
+
+std::optional<UsageMap::Place> UsageMap::place(uint32_t page) const {
+    Pager& pager = *pager_;
+    PageRef pg = pager.page(ref_.page);
+    Slot s = mapRow(*pg, pager, ref_);
+    if (type_ == 0) {
+        if (s.size() < 5 || page < start_) return std::nullopt;
+        uint64_t bit = uint64_t(page) - start_;
+        if (bit >= uint64_t(s.size() - 5) * 8) return std::nullopt;
+        return Place{ref_.page, s.start + 5 + size_t(bit / 8), uint8_t(bit % 8)};
+    }
+    size_t i = page / kPagesPerMapPage;
+    if (1 + 4 * (i + 1) > s.size()) return std::nullopt;
+    uint32_t mp = get32(pg->data() + s.start + 1 + 4 * i);
+    if (!mp || mp >= pager.pageCount() || pager.page(mp)->bytes[0] != kUsageMapPage) return std::nullopt;
+    uint32_t bit = page % kPagesPerMapPage;
+    return Place{mp, kMapPageData + bit / 8, uint8_t(bit % 8)};
+}
+
 bool UsageMap::contains(uint32_t page) const {
-    return std::binary_search(pages_.begin(), pages_.end(), page);
+    auto at = place(page);
+    return at && (pager_->page(at->page)->bytes[at->byte] >> at->bit & 1);
 }
 
 namespace {
@@ -162,47 +199,23 @@ static void storeTableMap(Pager& pager, UsageMapRef ref, uint8_t& type, uint32_t
 }
 
 void UsageMap::add(Pager& pager, uint32_t page) {
-    auto it = std::lower_bound(pages_.begin(), pages_.end(), page);
-    if (it != pages_.end() && *it == page) return;
-    pages_.insert(it, page);
-    if (type_ == 0) {
-        uint8_t* p = pager.modify(ref_.page);
-        Slot s = slot(p, ref_.row, pager.path(), ref_.page);
-        if (s.size() >= 5 && setInline(p + s.start, s.size(), start_, page, true)) return;
-    } else {
-        // Reference map: one bit on the map page when it exists.
-        uint8_t* p = pager.modify(ref_.page);
-        Slot s = slot(p, ref_.row, pager.path(), ref_.page);
-        size_t i = page / kPagesPerMapPage;
-        if (1 + 4 * (i + 1) <= s.size()) {
-            uint32_t mp = get32(p + s.start + 1 + 4 * i);
-            if (mp && mp < pager.pageCount() && pager.page(mp)->bytes[0] == kUsageMapPage) {
-                uint32_t bit = page % kPagesPerMapPage;
-                pager.modify(mp)[kMapPageData + bit / 8] |= uint8_t(1u << (bit % 8));
-                return;
-            }
-        }
+    if (contains(page)) return;
+    if (auto at = place(page)) {
+        pager.modify(at->page)[at->byte] |= uint8_t(1u << at->bit);
+        if (collected_) pages_.insert(std::lower_bound(pages_.begin(), pages_.end(), page), page);
+        return;
     }
+    // The map cannot name the page as it is: rewritten whole.
+    pages();
+    pages_.insert(std::lower_bound(pages_.begin(), pages_.end(), page), page);
     storeTableMap(pager, ref_, type_, start_, pages_);
 }
 
 void UsageMap::remove(Pager& pager, uint32_t page) {
-    auto it = std::lower_bound(pages_.begin(), pages_.end(), page);
-    if (it == pages_.end() || *it != page) return;
-    pages_.erase(it);
-    uint8_t* p = pager.modify(ref_.page);
-    Slot s = slot(p, ref_.row, pager.path(), ref_.page);
-    if (type_ == 0) {
-        if (s.size() >= 5) setInline(p + s.start, s.size(), start_, page, false);
-        return;
-    }
-    size_t i = page / kPagesPerMapPage;
-    if (1 + 4 * (i + 1) > s.size()) return;
-    uint32_t mp = get32(p + s.start + 1 + 4 * i);
-    if (mp && mp < pager.pageCount() && pager.page(mp)->bytes[0] == kUsageMapPage) {
-        uint32_t bit = page % kPagesPerMapPage;
-        pager.modify(mp)[kMapPageData + bit / 8] &= uint8_t(~(1u << (bit % 8)));
-    }
+    if (!contains(page)) return;
+    auto at = place(page);
+    pager.modify(at->page)[at->byte] &= uint8_t(~(1u << at->bit));
+    if (collected_) pages_.erase(std::lower_bound(pages_.begin(), pages_.end(), page));
 }
 
 void UsageMap::markAllocated(Pager& pager, uint32_t page) {

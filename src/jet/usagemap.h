@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "tabledef.h"
@@ -20,7 +21,9 @@ public:
     // Parses the map stored at ref (Corrupt when it points nowhere sensible).
     static UsageMap read(Pager& pager, UsageMapRef ref);
 
-    const std::vector<uint32_t>& pages() const { return pages_; }  // ascending
+    // Ascending. Collected from the bitmap on first use (a map may name tens of thousands of
+    // pages; contains, add and remove read and change single bits).
+    const std::vector<uint32_t>& pages() const;
     bool contains(uint32_t page) const;
 
     // Changes, inside the pager's transaction; the map's stored bytes are rewritten (an inline map
@@ -33,8 +36,19 @@ public:
     static void markAllocated(Pager& pager, uint32_t page);
 
 private:
+    // Where a page's bit lies in the stored map; nothing when the map cannot name the page as it
+    // is (outside an inline map's range, or no map page for it yet).
+    struct Place {
+        uint32_t page;
+        size_t byte;
+        uint8_t bit;
+    };
+    std::optional<Place> place(uint32_t page) const;
+
+    Pager* pager_ = nullptr;
     UsageMapRef ref_;
-    std::vector<uint32_t> pages_;
+    mutable std::vector<uint32_t> pages_;
+    mutable bool collected_ = false;
     uint8_t type_ = 0;       // 0 inline, 1 reference
     uint32_t start_ = 0;     // inline: the page of bit 0
 };
