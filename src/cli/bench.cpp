@@ -137,7 +137,10 @@ int benchEngine(const std::string& dir, int rows) {
             t.restart();
             size_t col = 12;  // Dbl01
             double sum = 0;
-            for (jet::RowId id : table.rowIds()) sum += std::get<double>(table.readValue(id, col));
+            table.scanColumns({col}, [&](jet::RowId, const jet::Row& r) {
+                sum += std::get<double>(r[0]);
+                return true;
+            });
             if (sum <= 0) throw std::runtime_error("bad sum");
             ours["sum"] = t.lap();
             int32_t id = rows / 2 + 1;
@@ -158,8 +161,12 @@ int benchEngine(const std::string& dir, int rows) {
             db->commit();
             ours["update"] = t.lap();
             db->begin();
-            for (jet::RowId id : table.rowIds())
-                if (std::get<int32_t>(table.readValue(id, 0)) % 2 == 0) table.remove(id);
+            std::vector<jet::RowId> even;
+            table.scanColumns({0}, [&](jet::RowId id, const jet::Row& r) {
+                if (std::get<int32_t>(r[0]) % 2 == 0) even.push_back(id);
+                return true;
+            });
+            for (jet::RowId id : even) table.remove(id);
             db->commit();
             ours["delete"] = t.lap();
         }

@@ -50,6 +50,15 @@ size_t commonPrefix(KeyView a, KeyView b) {
     return i;
 }
 
+// Set bits of a word. std::popcount becomes a library call on builds for CPUs without the
+// instruction (the default on x86-64); this stays inline.
+int bitCount(uint64_t x) {
+    x -= (x >> 1) & 0x5555555555555555u;
+    x = (x & 0x3333333333333333u) + ((x >> 2) & 0x3333333333333333u);
+    x = (x + (x >> 4)) & 0x0F0F0F0F0F0F0F0Fu;
+    return int((x * 0x0101010101010101u) >> 56);
+}
+
 std::string pageName(uint32_t pgno) { return "index page " + std::to_string(pgno); }
 
 }  // namespace
@@ -82,11 +91,15 @@ public:
         prefix_ = le16(p + kPrefix);
         std::memcpy(words_.data(), p + kMask, kMaskBytes);  // little-endian hosts; the rest stays 0
         if (words_[0] & 1) fail(ErrorKind::Corrupt, file, pageName(pgno) + " has an empty entry");
+        constexpr size_t kLast = kEntryArea / 64;  // the word holding the last place an entry may end
+        if ((words_[kLast] >> (kEntryArea % 64) >> 1) != 0 || std::any_of(words_.begin() + kLast + 1, words_.end(), [](uint64_t w) { return w != 0; }))
+            fail(ErrorKind::Corrupt, file, pageName(pgno) + " has an entry past the page end");
+        uint16_t count = 0;
         for (size_t w = 0; w < kWords; ++w) {
-            if (w * 64 + 64 > kEntryArea + 1 && (words_[w] >> std::min<size_t>(63, kEntryArea + 1 - w * 64)) != 0)
-                fail(ErrorKind::Corrupt, file, pageName(pgno) + " has an entry past the page end");
-            before_[w + 1] = uint16_t(before_[w] + std::popcount(words_[w]));
+            before_[w] = count;
+            count = uint16_t(count + bitCount(words_[w]));
         }
+        before_[kWords] = count;
         if (size() && prefix_ > end(0))
             fail(ErrorKind::Corrupt, file, pageName(pgno) + " has a prefix longer than its first entry");
     }
@@ -99,14 +112,25 @@ public:
     bool empty() const { return size() == 0; }
     size_t trailer() const { return leaf ? 4 : 8; }
     size_t prefix() const { return prefix_; }
+    uint32_t prev() const { return le32(p_ + kPrev); }
     uint32_t next() const { return le32(p_ + kNext); }
 
     // Where entry i's stored bytes end (and entry i + 1's begin), counted from the entry area.
     size_t end(size_t i) const {
         size_t w = size_t(std::upper_bound(before_.begin(), before_.end(), uint16_t(i)) - before_.begin()) - 1;
+        // The k-th set bit of the word: halves, quarters, eighths by count, then bit by bit.
         uint64_t bits = words_[w];
-        for (size_t k = i - before_[w]; k; --k) bits &= bits - 1;
-        return w * 64 + size_t(std::countr_zero(bits));
+        size_t k = i - before_[w], pos = w * 64;
+        for (int width = 32; width >= 8; width /= 2) {
+            size_t low = size_t(bitCount(bits & ((uint64_t(1) << width) - 1)));
+            if (k >= low) {
+                k -= low;
+                bits >>= width;
+                pos += size_t(width);
+            }
+        }
+        for (; k; --k) bits &= bits - 1;
+        return pos + size_t(std::countr_zero(bits));
     }
     size_t begin(size_t i) const { return i ? end(i - 1) : 0; }
     size_t storedEnd() const { return empty() ? 0 : end(size() - 1); }
@@ -130,6 +154,7 @@ public:
             return {area + start, len};
         }
         if (prefix_ + len < trailer()) truncated();
+        if (buf_.size() < prefix_ + len) buf_.resize(prefix_ + len);
         std::memcpy(buf_.data(), area, prefix_);
         std::memcpy(buf_.data() + prefix_, area + start, len);
         return {buf_.data(), prefix_ + len};
@@ -179,7 +204,7 @@ private:
     size_t prefix_ = 0;
     MaskWords words_{};
     std::array<uint16_t, kWords + 1> before_{};  // entries ending in the words before word w
-    mutable std::array<uint8_t, 2 * kEntryArea> buf_;
+    mutable Bytes buf_;  // an entry put together
 };
 
 // ---- IndexPage ----
@@ -421,13 +446,26 @@ bool BTree::contains(KeyView key, RowId row) const {
 
 // ---- writing ----
 
-bool BTree::insert(KeyView key, RowId row, const IndexPageSource& pages) {
+bool BTree::insert(KeyView key, RowId row, const IndexPageSource& pages, bool* keyKnown) {
     if (key.size() > kMaxKey)
         fail(ErrorKind::Invalid, pager_.path(), "an index key of " + std::to_string(key.size()) + " bytes is too long");
     std::vector<Frame> path;
     IndexPageView view = leafFor(key, row, true, &path);
     size_t i = view.lowerBound(key, row);
     if (i < view.size() && view.compareAt(i, key, row) == 0) return false;
+    if (keyKnown) {
+        // Entries of this key sit right before or after the new one's place; on a neighbouring
+        // leaf when that place is at an end of this one (then looked up before anything changes).
+        auto same = [&](size_t j) { return compareKeys(view.key(j), key) == 0; };
+        if ((i < view.size() && same(i)) || (i > 0 && same(i - 1))) {
+            *keyKnown = true;
+        } else if ((i == 0 && view.prev()) || (i == view.size() && view.next())) {
+            *keyKnown = false;
+            scanFrom(key, [&](KeyView k, RowId) { return *keyKnown = compareKeys(k, key) == 0, false; });
+        } else {
+            *keyKnown = false;
+        }
+    }
     if (insertInPlace(path, view, i, key, row)) return true;
     path.emplace_back();
     path.back().number = view.number;

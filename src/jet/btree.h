@@ -110,8 +110,9 @@ public:
     void scanFrom(KeyView key, const Visit& visit) const;
 
     // Changes, inside the pager's transaction. insert returns false when the entry is already
-    // there, remove when it is absent.
-    bool insert(KeyView key, RowId row, const IndexPageSource& pages);
+    // there, remove when it is absent. `keyKnown`, when given, tells whether the index had an
+    // entry with this key (for any row) before the insert.
+    bool insert(KeyView key, RowId row, const IndexPageSource& pages, bool* keyKnown = nullptr);
     bool remove(KeyView key, RowId row, const IndexPageSource& pages);
     // Whether the entry (key, row) is there.
     bool contains(KeyView key, RowId row) const;

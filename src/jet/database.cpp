@@ -178,6 +178,21 @@ void Table::scan(const std::function<bool(RowId, const Row&)>& visit) const {
     });
 }
 
+void Table::scanColumns(const std::vector<size_t>& columns, const std::function<bool(RowId, const Row&)>& visit) const {
+    Pager& pager = *db_.pager_;
+    Pager::ReadLock lock(pager);
+    freshen();
+    for (size_t c : columns)
+        if (c >= def_.columns.size())
+            fail(ErrorKind::NoSuchColumn, pager.path(), "table " + def_.name + " has no column " + std::to_string(c));
+    auto dec = decoderFor(db_.impl_->decoders, pager, *this);
+    Row row;
+    forEachRow(pager, def_, ownedPages(pager, def_), [&](RowId id, const uint8_t* p, size_t n) {
+        dec->decodeColumns(p, n, id, columns, row);
+        return visit(id, row);
+    });
+}
+
 std::vector<RowId> Table::rowIds() const {
     Pager& pager = *db_.pager_;
     Pager::ReadLock lock(pager);

@@ -60,6 +60,9 @@ public:
     Row read(RowId id) const;
     // Only some columns (by position in def().columns) — cheaper for wide rows.
     Value readValue(RowId id, size_t column) const;
+    // scan() decoding only the given columns (positions in def().columns): the Row handed to
+    // `visit` holds their values in the order asked. A column out of range fails with NoSuchColumn.
+    void scanColumns(const std::vector<size_t>& columns, const std::function<bool(RowId, const Row&)>& visit) const;
 
     // Writes. Each is its own commit unless a batch is open (Database::begin).
     // A row is given in column order; an AutoNumber column left null gets the next number.

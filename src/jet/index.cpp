@@ -147,13 +147,8 @@ void indexInsert(Table& table, RowId id, const Row& row, const std::vector<bool>
         if (skipped(skip, i)) continue;
         std::optional<Bytes> key = entryKey(def, ri, row);
         if (!key) continue;
-        BTree tree = treeOf(pager, def, ri);
         bool known = false;
-        tree.scanFrom(*key, [&](KeyView k, RowId) {
-            known = sameKey(k, *key);
-            return false;
-        });
-        if (tree.insert(*key, id, pageSource(pager, ri)) && !known) countNewKey(pager, def, i);
+        if (treeOf(pager, def, ri).insert(*key, id, pageSource(pager, ri), &known) && !known) countNewKey(pager, def, i);
     }
 }
 

@@ -149,6 +149,13 @@ void RowDecoder::decode(const uint8_t* row, size_t len, RowId where, Row& out) c
     for (size_t i = 0; i < cols_.size(); ++i) decodeInto(v, cols_[i], out[i]);
 }
 
+void RowDecoder::decodeColumns(const uint8_t* row, size_t len, RowId where, const std::vector<size_t>& columns,
+                               Row& out) const {
+    RowView v(row, len, hasVar_, pager_.path(), where);
+    out.resize(columns.size());
+    for (size_t i = 0; i < columns.size(); ++i) decodeInto(v, cols_[columns[i]], out[i]);
+}
+
 Value RowDecoder::decodeOne(const uint8_t* row, size_t len, RowId where, size_t column) const {
     RowView v(row, len, hasVar_, pager_.path(), where);
     Value out;

@@ -78,6 +78,8 @@ public:
     void decode(const uint8_t* row, size_t len, RowId where, Row& out) const;
     // One column (position in def.columns).
     Value decodeOne(const uint8_t* row, size_t len, RowId where, size_t column) const;
+    // The given columns (positions in def.columns, in range), in that order, into `out`.
+    void decodeColumns(const uint8_t* row, size_t len, RowId where, const std::vector<size_t>& columns, Row& out) const;
     size_t columnCount() const { return cols_.size(); }
 
 private:

@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <optional>
 #include <random>
 
 #include "datapage.h"
@@ -50,6 +51,15 @@ bool asLongDouble(const Value& v, long double& out) {
 }
 
 int64_t integer(const std::string& file, const Column& c, const Value& v, int64_t lo, int64_t hi) {
+    // Whole numbers need no rounding (and no long double).
+    std::optional<int64_t> whole;
+    if (auto p = std::get_if<int32_t>(&v)) whole = *p;
+    else if (auto p = std::get_if<int16_t>(&v)) whole = *p;
+    else if (auto p = std::get_if<uint8_t>(&v)) whole = *p;
+    if (whole) {
+        if (*whole < lo || *whole > hi) invalid(file, c, "value out of range");
+        return *whole;
+    }
     long double d;
     if (!asLongDouble(v, d)) invalid(file, c, "expects a number");
     if (std::isnan((double)d)) invalid(file, c, "cannot hold NaN");
@@ -170,14 +180,14 @@ Bytes textBytes(const std::string& file, const Column& c, const Value& v) {
     const std::string* s = text(v);
     if (!s) invalid(file, c, "expects a text");
     if (c.type == ColType::Text) {
-        size_t units = utf8ToUtf16(*s).size();
+        size_t units = utf16Length(*s);
         if (units * 2 > c.length)
             invalid(file, c, "text of " + std::to_string(units) + " characters is longer than " +
                                  std::to_string(c.length / 2));
         return encodeText(*s, c.compressedUnicode());
     }
     // Memo: Access compresses only memos of at most 1024 characters.
-    bool compress = c.compressedUnicode() && utf8ToUtf16(*s).size() <= kMaxCompressedMemo;
+    bool compress = c.compressedUnicode() && utf16Length(*s) <= kMaxCompressedMemo;
     return encodeText(*s, compress);
 }
 

@@ -101,6 +101,21 @@ std::u16string utf8ToUtf16(std::string_view s) {
     return out;
 }
 
+size_t utf16Length(std::string_view s) {
+    size_t n = 0;
+    for (size_t i = 0; i < s.size();) n += nextCodePoint(s, i) >= 0x10000 ? 2 : 1;
+    return n;
+}
+
+namespace {
+// Plain ASCII without NUL: one UTF-16 unit per byte, each narrow and with a non-zero low byte.
+bool plainAscii(std::string_view s) {
+    for (char c : s)
+        if (uint8_t(c) - 1u >= 0x7Fu) return false;
+    return true;
+}
+}  // namespace
+
 std::string utf16ToUtf8(std::u16string_view s) {
     std::string bytes;
     bytes.reserve(s.size() * 2);
@@ -197,6 +212,17 @@ std::string decodeText(const uint8_t* p, size_t n) {
 }
 
 Bytes encodeText(std::string_view utf8, bool compress) {
+    if (plainAscii(utf8)) {
+        // What the general path below gives for such a text: packed from three characters on.
+        if (compress && utf8.size() > 2) {
+            Bytes packed{0xFF, 0xFE};
+            packed.insert(packed.end(), utf8.begin(), utf8.end());
+            return packed;
+        }
+        Bytes plain(utf8.size() * 2, 0);
+        for (size_t i = 0; i < utf8.size(); ++i) plain[2 * i] = uint8_t(utf8[i]);
+        return plain;
+    }
     std::u16string u = utf8ToUtf16(utf8);
     Bytes plain;
     plain.reserve(u.size() * 2);

@@ -19,6 +19,8 @@ namespace jet {
 std::string utf16leToUtf8(const uint8_t* p, size_t n);
 // UTF-8 to UTF-16 code units; invalid sequences become U+FFFD.
 std::u16string utf8ToUtf16(std::string_view utf8);
+// utf8ToUtf16(utf8).size(), without building the text.
+size_t utf16Length(std::string_view utf8);
 std::string utf16ToUtf8(std::u16string_view s);
 
 // A stored text value (compressed or not) to UTF-8.

@@ -41,7 +41,13 @@ struct Tree {
         source.release = [this](uint32_t p) { std::memset(pager->modify(p), 0, kPageSize); };
     }
     BTree tree() { return BTree(*pager, 1, 7); }
-    void insert(const Entry& e) { ASSERT_EQ(tree().insert(e.first, e.second, source), model.insert(e).second); }
+    // Also checks what insert says about the key being there already (for any row).
+    void insert(const Entry& e) {
+        auto it = model.lower_bound({e.first, RowId{}});
+        bool wasThere = it != model.end() && it->first == e.first, known = !wasThere;
+        ASSERT_EQ(tree().insert(e.first, e.second, source, &known), model.insert(e).second);
+        ASSERT_EQ(known, wasThere);
+    }
     void remove(const Entry& e) {
         ASSERT_EQ(tree().remove(e.first, e.second, source), model.erase(e) == 1);
         EXPECT_FALSE(tree().contains(e.first, e.second));
@@ -97,8 +103,8 @@ TEST(BTreeEdits, AppendsAndRemovalsMatchTheEncoder) {
     t.check("empty");
 }
 
-// Random keys of varied lengths sharing long prefixes, and runs of one key ordered by row id:
-// inserts and removals anywhere, pages filling up and splitting.
+// Random keys of varied lengths sharing long prefixes, and runs of one key ordered by row id
+// that cross leaf boundaries: inserts and removals anywhere, pages filling up and splitting.
 TEST(BTreeEdits, RandomChangesMatchTheEncoder) {
     Tree t;
     std::mt19937 rng(777);
