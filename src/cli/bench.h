@@ -7,4 +7,7 @@ namespace kerova {
 // The engine benchmark (see bench.cpp); returns the exit code.
 int benchEngine(const std::string& dir, int rows);
 
+// The record-layer benchmark on a company with ROWS trips, beside the Java version (bench_records.cpp).
+int benchRecords(const std::string& dir, int rows);
+
 }  // namespace kerova

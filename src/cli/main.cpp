@@ -22,14 +22,14 @@ int main(int argc, char** argv) {
     if (command == "check") return kerova::checkTool(rest);
     if (command == "sql") return kerova::sqlTool(rest);
     if (command == "demo-data") return kerova::demoDataTool(rest);
-    if (command == "bench-engine") {
+    if (command == "bench-engine" || command == "bench-records") {
         std::string dir = rest.size() > 0 ? rest[0] : "bench";
         int rows = rest.size() > 1 ? std::atoi(rest[1].c_str()) : 200000;
         if (rows < 1) {
-            std::fprintf(stderr, "kerova bench-engine: ROWS must be a positive number\n");
+            std::fprintf(stderr, "kerova %s: ROWS must be a positive number\n", command.c_str());
             return 2;
         }
-        return kerova::benchEngine(dir, rows);
+        return command == "bench-engine" ? kerova::benchEngine(dir, rows) : kerova::benchRecords(dir, rows);
     }
     if (command == "-h" || command == "--help" || command == "help") {
         kerova::printUsage(false);
