@@ -2,7 +2,7 @@
 //
 // Rows always lie in slot order from the page end down, each ending where the previous slot's row
 // starts; readers find a row's end that way. So a row that changes size, or a compaction, lays
-// the whole row area out again. The header's free space is always the real gap between the slot
+// the whole row area out again; a deleted row keeps its bytes until then. The header's free space is always the real gap between the slot
 // table and the lowest row, because other writers append at exactly that place.
 #include "datapage.h"
 
@@ -157,13 +157,9 @@ bool setOverflow(uint8_t* page, uint16_t row, RowId target) {
     return true;
 }
 
-void deleteRow(uint8_t* page, uint16_t row) {
-    if (row >= rowCount(page)) return;
-    auto all = items(page);
-    all[row].flags = kDeleted | kOverflow;
-    all[row].bytes.clear();
-    layout(page, all);
-}
+// Only the slot is flagged: the bytes stay where they are until a later append or resize lays
+// the page out again (items() drops them then), so a delete costs no page re-layout.
+void deleteRow(uint8_t* page, uint16_t row) { addFlags(page, row, kDeleted | kOverflow); }
 
 void addFlags(uint8_t* page, uint16_t row, uint16_t flags) {
     if (row >= rowCount(page)) return;

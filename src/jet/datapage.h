@@ -81,7 +81,7 @@ uint16_t appendRow(uint8_t* page, const uint8_t* data, size_t n);
 bool replaceRow(uint8_t* page, uint16_t row, const uint8_t* data, size_t n);
 // Turns the slot into an overflow pointer to `target` (4 bytes of row data).
 bool setOverflow(uint8_t* page, uint16_t row, RowId target);
-// Deletes the row as Access does: flags 0x8000|0x4000 and no bytes left (the page is compacted).
+// Deletes the row as Access does: flags 0x8000|0x4000; its bytes stay until the page is compacted.
 void deleteRow(uint8_t* page, uint16_t row);
 // Sets flag bits on a slot (0x8000 on a row that lives behind an overflow pointer, so that scans
 // skip it at its own place).
