@@ -92,9 +92,20 @@ const RealIndex& realIndexNamed(const TableDef& def, std::string_view name, cons
     fail(ErrorKind::NoSuchIndex, file, "table " + def.name + " has no index " + std::string(name));
 }
 
+// Whether both rows hold the same values in every key column of the index.
+bool sameKeyValues(const TableDef& def, const RealIndex& ri, const Row& a, const Row& b) {
+    size_t pos = 0;
+    for (const auto& kc : ri.columns) {
+        if (!keyColumn(def, kc, pos)) continue;
+        const Value none;
+        if ((pos < a.size() ? a[pos] : none) != (pos < b.size() ? b[pos] : none)) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
-void checkUniqueKeys(Table& table, const Row& row, std::optional<RowId> self) {
+void checkUniqueKeys(Table& table, const Row& row, std::optional<RowId> self, const Row* old) {
     const TableDef& def = table.def();
     Pager& pager = table.database().pager();
     for (const RealIndex& ri : def.realIndexes) {
@@ -103,6 +114,7 @@ void checkUniqueKeys(Table& table, const Row& row, std::optional<RowId> self) {
         if ((pk || (ri.flags & kRequired)) && nulls)
             fail(ErrorKind::Invalid, pager.path(), "table " + def.name + ": index " + indexName(def, ri) + " does not allow an empty key column");
         if (!(pk || ri.unique()) || nulls == ri.columns.size()) continue;  // null keys never clash
+        if (self && old && sameKeyValues(def, ri, *old, row)) continue;  // the row keeps its own key
         Bytes key = encodeIndexKey(def, ri, row);
         bool clash = false;
         treeOf(pager, def, ri).scanFrom(key, [&](KeyView k, RowId r) {
@@ -125,16 +137,6 @@ std::optional<Bytes> entryKey(const TableDef& def, const RealIndex& ri, const Ro
 }
 bool skipped(const std::vector<bool>& skip, size_t i) { return i < skip.size() && skip[i]; }
 
-// Whether both rows hold the same values in every key column of the index.
-bool sameKeyValues(const TableDef& def, const RealIndex& ri, const Row& a, const Row& b) {
-    size_t pos = 0;
-    for (const auto& kc : ri.columns) {
-        if (!keyColumn(def, kc, pos)) continue;
-        const Value none;
-        if ((pos < a.size() ? a[pos] : none) != (pos < b.size() ? b[pos] : none)) return false;
-    }
-    return true;
-}
 }  // namespace
 
 std::vector<bool> unchangedIndexes(Table& table, RowId id, const Row& old, const Row& row) {

@@ -11,9 +11,10 @@ namespace jet {
 
 class Table;
 
-// Throws Duplicate when `row` would break a unique index (ignoring the row `self`, for updates).
+// Throws Duplicate when `row` would break a unique index (ignoring the row `self`, for updates;
+// an index whose key values equal those of `old`, the row's values before, is not searched).
 // Called before anything is written.
-void checkUniqueKeys(Table& table, const Row& row, std::optional<RowId> self);
+void checkUniqueKeys(Table& table, const Row& row, std::optional<RowId> self, const Row* old = nullptr);
 // Adds / removes the row's entries in every index of the table (inside the transaction), except
 // the real indexes marked in `skip` (by position in TableDef::realIndexes).
 void indexInsert(Table& table, RowId id, const Row& row, const std::vector<bool>& skip = {});

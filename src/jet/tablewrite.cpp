@@ -213,7 +213,7 @@ void Table::update(RowId id, Row row) {
     for (size_t i = 0; i < def_.columns.size(); ++i)
         if (def_.columns[i].autoNumber() && isNull(row[i])) row[i] = old[i];
     fillAutoNumbers(def_, row);
-    checkUniqueKeys(*this, row, id);
+    checkUniqueKeys(*this, row, id, &old);
 
     const std::vector<bool> keep = unchangedIndexes(*this, id, old, row);
     freeLongValues(pager, def_, at.bytes);
