@@ -90,21 +90,8 @@ std::string nameFault(const std::string& name) {
     return {};
 }
 
-uint16_t storedLength(ColType t) {
-    switch (t) {
-    case ColType::Boolean: return 1;
-    case ColType::Byte: return 1;
-    case ColType::Integer: return 2;
-    case ColType::Long: return 4;
-    case ColType::Currency: return 8;
-    case ColType::Single: return 4;
-    case ColType::Double: return 8;
-    case ColType::DateTime: return 8;
-    case ColType::Guid: return 16;
-    case ColType::Numeric: return 17;
-    default: return 0;
-    }
-}
+// The length a table definition states: the data size, and 1 for Boolean as Access writes it.
+uint16_t storedLength(ColType t) { return t == ColType::Boolean ? 1 : fixedDataSize(t); }
 
 bool isVariable(ColType t) {
     return t == ColType::Text || t == ColType::Binary || t == ColType::Memo || t == ColType::Ole;

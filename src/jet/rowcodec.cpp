@@ -28,19 +28,9 @@ inline void set(Value& v, const T& x) {
 }  // namespace
 
 uint16_t fixedSize(const Column& c) {
-    switch (c.type) {
-        case ColType::Boolean: return 0;
-        case ColType::Byte: return 1;
-        case ColType::Integer: return 2;
-        case ColType::Long: return 4;
-        case ColType::Currency: return 8;
-        case ColType::Single: return 4;
-        case ColType::Double: return 8;
-        case ColType::DateTime: return 8;
-        case ColType::Guid: return 16;
-        case ColType::Numeric: return 17;
-        default: return c.length;
-    }
+    if (c.type == ColType::Boolean) return 0;
+    uint16_t n = fixedDataSize(c.type);
+    return n ? n : c.length;  // a fixed Binary column: its declared length
 }
 
 RowView::RowView(const uint8_t* row, size_t len, bool hasVar, const std::string& file, RowId where)

@@ -161,19 +161,6 @@ void putFixed(const std::string& file, const Column& c, const Value& v, uint8_t*
     }
 }
 
-size_t fixedSize(ColType t) {
-    switch (t) {
-    case ColType::Boolean: return 0;
-    case ColType::Byte: return 1;
-    case ColType::Integer: return 2;
-    case ColType::Long: case ColType::Single: return 4;
-    case ColType::Currency: case ColType::Double: case ColType::DateTime: return 8;
-    case ColType::Guid: return 16;
-    case ColType::Numeric: return 17;
-    default: return 0;
-    }
-}
-
 const std::string* text(const Value& v) { return std::get_if<std::string>(&v); }
 
 Bytes textBytes(const std::string& file, const Column& c, const Value& v) {
@@ -230,7 +217,7 @@ Bytes encodeRow(Pager& pager, TableDef& def, const Row& row) {
         }
         if (isNull(v)) continue;
         if (c.fixed()) {
-            size_t size = fixedSize(c.type);
+            size_t size = fixedDataSize(c.type);
             if (c.type == ColType::Text || c.type == ColType::Binary) {
                 Bytes b = c.type == ColType::Text ? encodeText(text(v) ? *text(v) : std::string(), false)
                                                   : (std::get_if<Bytes>(&v) ? std::get<Bytes>(v) : Bytes());
@@ -260,7 +247,7 @@ Bytes encodeRow(Pager& pager, TableDef& def, const Row& row) {
             longColumns.push_back(i);
             continue;
         default:
-            var[c.varIndex].resize(fixedSize(c.type));
+            var[c.varIndex].resize(fixedDataSize(c.type));
             putFixed(file, c, v, var[c.varIndex].data());
         }
         varBytes += var[c.varIndex].size();

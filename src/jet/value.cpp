@@ -5,6 +5,18 @@
 
 namespace jet {
 
+uint16_t fixedDataSize(ColType t) {
+    switch (t) {
+        case ColType::Byte: return 1;
+        case ColType::Integer: return 2;
+        case ColType::Long: case ColType::Single: return 4;
+        case ColType::Currency: case ColType::Double: case ColType::DateTime: return 8;
+        case ColType::Guid: return 16;
+        case ColType::Numeric: return 17;
+        default: return 0;
+    }
+}
+
 std::string guidText(const Guid& g) {
     const auto& b = g.bytes;
     char buf[40];

@@ -60,6 +60,10 @@ using Row = std::vector<Value>;  // in column order of the table definition
 
 inline bool isNull(const Value& v) { return std::holds_alternative<std::monostate>(v); }
 
+// The bytes a value of a fixed-size type takes in a row (Boolean 0: it lives in the null mask);
+// 0 for the variable-length types (Text, Memo, OLE Object, Binary).
+uint16_t fixedDataSize(ColType t);
+
 // "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}": the first three groups little-endian, as Access shows it.
 std::string guidText(const Guid& g);
 // The nearest double to a Decimal.
