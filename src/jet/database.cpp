@@ -265,4 +265,16 @@ Value Table::readValue(RowId id, size_t column) const {
     return decoderFor(db_.impl_->decoders, pager, *this)->decodeOne(loc.page->data() + loc.start, size_t(loc.end - loc.start), id, column);
 }
 
+Row Table::readColumns(RowId id, const std::vector<bool>& wanted) const {
+    Pager& pager = *db_.pager_;
+    Pager::ReadLock lock(pager);
+    freshen();
+    RowLocation loc = locate(pager, def_, id);
+    auto dec = decoderFor(db_.impl_->decoders, pager, *this);
+    Row row(def_.columns.size());
+    for (size_t i = 0; i < row.size() && i < wanted.size(); ++i)
+        if (wanted[i]) row[i] = dec->decodeOne(loc.page->data() + loc.start, size_t(loc.end - loc.start), id, i);
+    return row;
+}
+
 }  // namespace jet

@@ -60,6 +60,8 @@ public:
     Row read(RowId id) const;
     // Only some columns (by position in def().columns) — cheaper for wide rows.
     Value readValue(RowId id, size_t column) const;
+    // One row with only the columns marked in `wanted` (by position) decoded; the others null.
+    Row readColumns(RowId id, const std::vector<bool>& wanted) const;
     // scan() decoding only the given columns (positions in def().columns): the Row handed to
     // `visit` holds their values in the order asked. A column out of range fails with NoSuchColumn.
     void scanColumns(const std::vector<size_t>& columns, const std::function<bool(RowId, const Row&)>& visit) const;

@@ -174,6 +174,16 @@ void indexInsert(Table& table, RowId id, const Row& row, const std::vector<bool>
     }
 }
 
+std::vector<bool> keyColumnMask(const TableDef& def) {
+    std::vector<bool> out(def.columns.size(), false);
+    for (const RealIndex& ri : def.realIndexes)
+        for (const auto& kc : ri.columns) {
+            size_t pos = 0;
+            if (keyColumn(def, kc, pos)) out[pos] = true;
+        }
+    return out;
+}
+
 void indexRemove(Table& table, RowId id, const Row& row, const std::vector<bool>& skip) {
     TableDef& def = table.mutableDef();
     Pager& pager = table.database().pager();

@@ -19,6 +19,8 @@ void checkUniqueKeys(Table& table, const Row& row, std::optional<RowId> self, co
 // the real indexes marked in `skip` (by position in TableDef::realIndexes).
 void indexInsert(Table& table, RowId id, const Row& row, const std::vector<bool>& skip = {});
 void indexRemove(Table& table, RowId id, const Row& row, const std::vector<bool>& skip = {});
+// The columns (by position in def.columns) that some real index keys on.
+std::vector<bool> keyColumnMask(const TableDef& def);
 // The real indexes whose entry for row `id` stays as it is when its values go from `old` to
 // `row`: the same key (or none in both), and the entry found where that key puts it. An update
 // leaves their pages alone.

@@ -209,7 +209,11 @@ void Table::update(RowId id, Row row) {
     freshen();
     checkRow(pager, def_, row);
     Located at = locate(pager, def_, id);
-    Row old = read(id);
+    // The old values matter only for the index keys and the AutoNumbers kept.
+    std::vector<bool> wanted = keyColumnMask(def_);
+    for (size_t i = 0; i < def_.columns.size(); ++i)
+        if (def_.columns[i].autoNumber()) wanted[i] = true;
+    Row old = readColumns(id, wanted);
     for (size_t i = 0; i < def_.columns.size(); ++i)
         if (def_.columns[i].autoNumber() && isNull(row[i])) row[i] = old[i];
     fillAutoNumbers(def_, row);
@@ -250,7 +254,7 @@ void Table::remove(RowId id) {
     WriteScope scope(db_);  // the write lock first, then a definition current with the file
     freshen();
     Located at = locate(pager, def_, id);
-    Row old = read(id);
+    Row old = readColumns(id, keyColumnMask(def_));  // the index keys are all a delete needs
     freeLongValues(pager, def_, at.bytes);
     indexRemove(*this, id, old);
     if (at.moved) {

@@ -82,6 +82,15 @@ TEST(TablePaths, ScanColumnsIsScanProjected) {
     ASSERT_EQ(full.size(), 400u);
     EXPECT_EQ(part, full);
 
+    // readColumns: the marked columns as read() gives them, the rest null, moved rows included.
+    std::vector<bool> wanted(6, false);
+    wanted[Id] = wanted[Note] = true;
+    for (size_t i : {size_t(0), size_t(1), size_t(9)}) {
+        Row all = t.read(ids[i]), some = t.readColumns(ids[i], wanted);
+        ASSERT_EQ(some.size(), all.size());
+        for (size_t c = 0; c < all.size(); ++c) EXPECT_EQ(some[c], wanted[c] ? all[c] : Value{}) << i << " " << c;
+    }
+
     size_t visited = 0;
     t.scanColumns({}, [&](RowId, const Row& r) { return r.empty() && ++visited < 10; });
     EXPECT_EQ(visited, 10u);
