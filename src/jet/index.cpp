@@ -161,17 +161,23 @@ std::vector<bool> unchangedIndexes(Table& table, RowId id, const Row& old, const
     return out;
 }
 
-void indexInsert(Table& table, RowId id, const Row& row, const std::vector<bool>& skip) {
-    TableDef& def = table.mutableDef();
-    Pager& pager = table.database().pager();
+// Calls f(i, index, key) for every real index not skipped whose entry the row has.
+template <class F>
+void forEachEntryKey(const TableDef& def, const Row& row, const std::vector<bool>& skip, F&& f) {
     for (size_t i = 0; i < def.realIndexes.size(); ++i) {
         const RealIndex& ri = def.realIndexes[i];
         if (skipped(skip, i)) continue;
-        std::optional<Bytes> key = entryKey(def, ri, row);
-        if (!key) continue;
-        bool known = false;
-        if (treeOf(pager, def, ri).insert(*key, id, pageSource(pager, ri), &known) && !known) countNewKey(pager, def, i);
+        if (std::optional<Bytes> key = entryKey(def, ri, row)) f(i, ri, *key);
     }
+}
+
+void indexInsert(Table& table, RowId id, const Row& row, const std::vector<bool>& skip) {
+    TableDef& def = table.mutableDef();
+    Pager& pager = table.database().pager();
+    forEachEntryKey(def, row, skip, [&](size_t i, const RealIndex& ri, const Bytes& key) {
+        bool known = false;
+        if (treeOf(pager, def, ri).insert(key, id, pageSource(pager, ri), &known) && !known) countNewKey(pager, def, i);
+    });
 }
 
 std::vector<bool> keyColumnMask(const TableDef& def) {
@@ -187,13 +193,9 @@ std::vector<bool> keyColumnMask(const TableDef& def) {
 void indexRemove(Table& table, RowId id, const Row& row, const std::vector<bool>& skip) {
     TableDef& def = table.mutableDef();
     Pager& pager = table.database().pager();
-    for (size_t i = 0; i < def.realIndexes.size(); ++i) {
-        const RealIndex& ri = def.realIndexes[i];
-        if (skipped(skip, i)) continue;
-        std::optional<Bytes> key = entryKey(def, ri, row);
-        if (!key) continue;
+    forEachEntryKey(def, row, skip, [&](size_t, const RealIndex& ri, const Bytes& key) {
         BTree tree = treeOf(pager, def, ri);
-        if (tree.remove(*key, id, pageSource(pager, ri))) continue;
+        if (tree.remove(key, id, pageSource(pager, ri))) return;
         // Not under the row's key (an entry written from other values): find it by its row id.
         Bytes found;
         bool hit = false;
@@ -204,7 +206,7 @@ void indexRemove(Table& table, RowId id, const Row& row, const std::vector<bool>
             return false;
         });
         if (hit) tree.remove(found, id, pageSource(pager, ri));
-    }
+    });
 }
 
 std::vector<RowId> Table::indexOrder(std::string_view indexName) const {
