@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "db/error.h"
+#include "db_support.h"
 #include "db/sql/sql.h"
 #include "db/values.h"
 #include "jet/database.h"
@@ -17,15 +18,7 @@ namespace {
 
 using vb::Variant;
 
-template <class F>
-int errorOf(F&& f) {
-    try {
-        f();
-    } catch (const vb::NumberedError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using dbtest::errorOf;
 
 jet::Value day(int y, int m, int d) {
     vb::DateParts p;

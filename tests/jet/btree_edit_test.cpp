@@ -11,17 +11,15 @@
 #include "jet/format.h"
 #include "jet/pager.h"
 #include "jet/support.h"
+#include "jet/index_model.h"
 
 using namespace jet;
 
 namespace {
 
-using Entry = std::pair<Bytes, RowId>;
-struct EntryLess {
-    bool operator()(const Entry& a, const Entry& b) const {
-        return compareIndexEntries(a.first, a.second, b.first, b.second) < 0;
-    }
-};
+using indextest::Entry;
+using indextest::EntryLess;
+using indextest::Model;
 
 struct Tree {
     testsupport::TempDir dir;
