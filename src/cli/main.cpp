@@ -1,6 +1,8 @@
-// The kerova command: the company tools (init, check, sql, demo-data), the engine tools
-// (`kerova jet ...`) and the engine benchmark.
+// The kerova command: the program (no arguments, or `demo [DIR]`), the company tools (init, check,
+// sql, demo-data), the engine tools (`kerova jet ...`) and the benchmarks.
+#include <QApplication>
 #include <cstdio>
+#include <filesystem>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -8,15 +10,44 @@
 #include "cli/bench.h"
 #include "cli/company_tools.h"
 #include "cli/jet_tool.h"
+#include "app/app.h"
+#include "company/demo.h"
+#include "db/database.h"
+
+namespace {
+
+int startProgram(int argc, char** argv) {
+    QApplication application(argc, argv);
+    db::setWorkingFolder(std::filesystem::current_path());
+    return app::run(application);
+}
+
+// `kerova demo [DIR]`: the demo company (made when the folder has none yet), then the program there.
+int demo(int argc, char** argv, const std::vector<std::string>& rest) {
+    std::filesystem::path dir = rest.empty() ? "demo" : rest[0];
+    std::error_code ec;
+    try {
+        company::createDemo(dir);  // leaves a folder that has a company already as it is
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "kerova demo: %s\n", e.what());
+        return 1;
+    }
+    std::filesystem::current_path(dir, ec);
+    if (ec) {
+        std::fprintf(stderr, "kerova demo: %s: %s\n", dir.string().c_str(), ec.message().c_str());
+        return 1;
+    }
+    return startProgram(1, argv);
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
-    if (args.empty()) {
-        std::fputs("A program ablakai még nem készültek el.\n", stderr);
-        return 1;
-    }
+    if (args.empty()) return startProgram(argc, argv);
     const std::string& command = args[0];
     std::vector<std::string> rest(args.begin() + 1, args.end());
+    if (command == "demo") return demo(argc, argv, rest);
     if (command == "jet") return kerova::jetTool(rest);
     if (command == "init") return kerova::initTool(rest);
     if (command == "check") return kerova::checkTool(rest);

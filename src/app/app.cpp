@@ -1,0 +1,24 @@
+#include "app/app.h"
+
+#include <QApplication>
+
+#include "forms/runtime.h"
+#include "forms/form.h"
+#include "print/module.h"
+#include "vehicles/module.h"
+
+namespace app {
+
+void registerAllForms() {
+    print::registerForms();
+    vehicles::registerForms();
+}
+
+int run(QApplication& application) {
+    registerAllForms();
+    forms::run([] { forms::get("KerovaX").Show(); });
+    if (forms::ending()) return 0;
+    return application.exec();
+}
+
+}  // namespace app

@@ -1,0 +1,77 @@
+// The Data control: DatabaseName, RecordSource, Refresh, its Recordset, and the widgets bound to
+// its columns. Bound widgets write on move: before the current record is left (a move, Refresh,
+// Requery, Close) the values changed since it was loaded are written with an implicit Edit +
+// Update; after a record became current every bound widget shows it.
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "db/database.h"
+#include "db/recordset.h"
+
+class QWidget;
+
+namespace forms {
+
+class DataControl : public QObject, public db::Recordset::MoveListener {
+    Q_OBJECT
+public:
+    DataControl(std::string name, std::string databaseName, std::string recordSource, QObject* parent);
+    ~DataControl() override;
+
+    const std::string& name() const { return name_; }
+    const std::string& DatabaseName() const { return databaseName_; }
+    void setDatabaseName(std::string n) { databaseName_ = std::move(n); }
+    const std::string& RecordSource() const { return recordSource_; }
+    void setRecordSource(std::string s) { recordSource_ = std::move(s); }
+
+    // Writes the bound changes, opens RecordSource anew and closes the old Recordset. When the
+    // new source fails to open, the error is raised and the previous Recordset stays.
+    void Refresh();
+    // The open Recordset, or nullptr (never opened, or its database failed to open).
+    db::Recordset* Recordset() const { return rs_.get(); }
+    // The open Recordset; error 91 when there is none (VB's "Object variable not set").
+    db::Recordset& rs() const;
+    // Assigns another Recordset (a sorted copy, a filtered one); the bound widgets show it.
+    void setRecordset(std::unique_ptr<db::Recordset> rs);
+    std::shared_ptr<db::Database> Database() const;
+
+    // Binds a widget to a column: QLineEdit, QTextEdit, QComboBox, QCheckBox and QDateEdit write
+    // back; a QLabel only shows.
+    void bind(QWidget* w, const std::string& column);
+    // Writes the bound values that changed into the current record.
+    void writeBound();
+    // Forgets the Recordset without writing (the form unloads).
+    void detach();
+
+signals:
+    // After every move and every change of the Recordset (grids follow).
+    void moved();
+    void recordsetChanged();
+
+private:
+    void beforeMove(db::Recordset& rs) override;
+    void afterMove(db::Recordset& rs) override;
+    void load();
+
+    struct Binding {
+        QWidget* widget;
+        std::string column;
+        std::string loaded;  // the text shown when the record was loaded
+    };
+    std::string name_;
+    std::string databaseName_;
+    std::string recordSource_;
+    std::unique_ptr<db::Recordset> rs_;
+    std::vector<Binding> bindings_;
+    bool writing_ = false;
+};
+
+// The text a bound widget or a grid cell shows for a value.
+std::string displayText(const vb::Variant& v);
+
+}  // namespace forms

@@ -1,0 +1,5 @@
+#include "print/module.h"
+
+namespace print {
+void registerForms() {}
+}  // namespace print

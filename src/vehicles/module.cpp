@@ -1,0 +1,5 @@
+#include "vehicles/module.h"
+
+namespace vehicles {
+void registerForms() {}
+}  // namespace vehicles
