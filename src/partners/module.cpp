@@ -1,0 +1,5 @@
+#include "partners/module.h"
+
+namespace partners {
+void registerForms() {}
+}  // namespace partners

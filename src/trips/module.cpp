@@ -1,0 +1,5 @@
+#include "trips/module.h"
+
+namespace trips {
+void registerForms() {}
+}  // namespace trips

@@ -1,0 +1,5 @@
+// The trips module's forms, registered with the forms runtime by name.
+#pragma once
+namespace trips {
+void registerForms();
+}

@@ -1,0 +1,5 @@
+#include "workshop/module.h"
+
+namespace workshop {
+void registerForms() {}
+}  // namespace workshop
