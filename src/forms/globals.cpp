@@ -64,6 +64,17 @@ void reset() {
     PickedCustomerContact.clear();
     PickedCustomerCountry.clear();
     CustomerSubcontractorRequest = 0;
+    RoutePicked = 0;
+    PickedFromCountry.clear();
+    PickedToCountry.clear();
+    PickedFrom.clear();
+    PickedTo.clear();
+    PickedRouteDistance = 0;
+    PickedDriverName.clear();
+    PickedDriverID = vb::Empty{};
+    PickedDriverVehicle.clear();
+    PickedDriverEmployer.clear();
+    CurrentGroupID.clear();
 }
 
 }  // namespace Globals

@@ -82,6 +82,23 @@ inline std::string PickedCustomerContact;
 inline std::string PickedCustomerCountry;
 inline int16_t CustomerSubcontractorRequest = 0;  // 1: CimzettForm shows active subcontractors only
 
+// The route passed by GkUtakTavolsagaTorzsFormX ("Adat átadása")
+inline int16_t RoutePicked = 0;         // 1 when a row was passed; the form never clears it
+inline std::string PickedFromCountry;   // Text4
+inline std::string PickedToCountry;     // Text5
+inline std::string PickedFrom;          // Text1
+inline std::string PickedTo;            // Text2
+inline double PickedRouteDistance = 0;  // Text3
+
+// The driver passed by VezetokTorzsFormX ("Adatátadás")
+inline std::string PickedDriverName;      // Text1
+inline vb::Variant PickedDriverID;        // Label7's number, Empty when the label is empty
+inline std::string PickedDriverVehicle;   // Label18
+inline std::string PickedDriverEmployer;  // Text8
+
+// The group id of the trip group on the trip form; the passenger and document forms read it
+inline std::string CurrentGroupID;
+
 // Back to the state at process start (tests, a new start of the program).
 void reset();
 
