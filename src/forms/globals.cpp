@@ -6,6 +6,7 @@ void reset() {
     CurrentFormName.clear();
     HelpTopicName.clear();
     PickDone = 0;
+    PrintCancelled = 0;
     CurrentVehicleID = vb::Empty{};
     ProductName.clear();
     OperatorName.clear();

@@ -13,6 +13,7 @@ namespace Globals {
 inline std::string CurrentFormName;  // the calling context, set just before a form is opened
 inline std::string HelpTopicName;    // the form whose help page HelpFormX opens
 inline int16_t PickDone = 0;         // 1 when a picking form returned a row
+inline int16_t PrintCancelled = 0;   // 1 when "Mégse" stopped a printed list (page forms)
 inline vb::Variant CurrentVehicleID; // the vehicle handed from the vehicle form to the service module
 
 // Filled by the main form at start-up
