@@ -102,7 +102,7 @@ void Form::Unload() {
     loaded_ = false;
     shown_ = false;
     closingByRuntime_ = true;
-    hide();
+    close();  // not hide(): the program ends when its last window closes
     closingByRuntime_ = false;
     detail::formUnloaded(*this);
     // VB gives the next Show a fresh form with its controls as designed.
