@@ -14,6 +14,10 @@ class QPrinter;
 
 namespace print {
 
+// The save button of every preview, and what it says when the file can't be written.
+inline constexpr const char* PdfMentesCaption = "PDF mentés...";
+inline constexpr const char* PdfFailed = "A PDF állomány nem menthető!";
+
 enum class Align { Left, Center, Right };
 
 struct PageFont {

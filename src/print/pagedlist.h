@@ -79,6 +79,7 @@ private:
 
     std::string formName_;
     db::Recordset* rs_;
+    forms::DataControl* dc_ = nullptr;  // read at run time: a Refresh makes a new set
     int rowsPerPage_ = 0;  // 0: the form's
     RowFill row_;
     PageStart pageStart_;

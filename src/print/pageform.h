@@ -27,7 +27,6 @@ namespace print {
 inline constexpr const char* Tovabb = "Tovább";
 inline constexpr const char* Nyomtat = "Nyomtat";
 inline constexpr const char* Megse = "Mégse";
-inline constexpr const char* PdfMentesCaption = "PDF mentés...";
 // Paper margin of the layouts here, in points (about 17.6 mm).
 inline constexpr double Margin = 50;
 

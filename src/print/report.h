@@ -57,6 +57,7 @@ struct ReportControl {
 };
 
 struct Section {
+    explicit Section(std::string sectionName = {}) : name(std::move(sectionName)) {}
     std::string name;
     double height = 0;  // points; 0: just below its lowest control
     bool visible = true;
@@ -85,11 +86,11 @@ public:
     // The width between the margins (where sections place their controls).
     double bodyWidth() const { return paperWidth_ - 2 * margin; }
 
-    Section ReportHeader{"ReportHeader"};
-    Section PageHeader{"PageHeader"};
-    Section Detail{"Detail"};
-    Section PageFooter{"PageFooter"};
-    Section ReportFooter{"ReportFooter"};
+    Section ReportHeader{std::string("ReportHeader")};
+    Section PageHeader{std::string("PageHeader")};
+    Section Detail{std::string("Detail")};
+    Section PageFooter{std::string("PageFooter")};
+    Section ReportFooter{std::string("ReportFooter")};
 
     // A control of any section by name (nullptr when none), and a label's caption set by name.
     ReportControl* control(const std::string& name);
@@ -108,8 +109,9 @@ public:
     std::vector<Page> pages() const;
     int rowCount() const;
 
+    struct Data;  // the rows' source (internal)
+
 private:
-    struct Data;
     std::string name_, caption_;
     double paperWidth_, paperHeight_;
     std::shared_ptr<Data> data_;
