@@ -114,7 +114,8 @@ void DataControl::writeBound() {
     if (!r || r->closed() || writing_ || r->editing() || !r->updatable() || r->AbsolutePosition() < 0) return;
     std::vector<const Binding*> changed;
     for (auto& b : bindings_) {
-        if (b.column.empty() || qobject_cast<QLabel*>(b.widget)) continue;
+        if (b.column.empty()) continue;
+        if (qobject_cast<QLabel*>(b.widget) && !b.widget->property(LabelWritesBack).toBool()) continue;
         if (widgetValue(b.widget) != b.loaded) changed.push_back(&b);
     }
     if (changed.empty()) return;

@@ -17,6 +17,8 @@ class QWidget;
 
 namespace forms {
 
+inline constexpr const char* LabelWritesBack = "kerovaLabelWritesBack";
+
 class DataControl : public QObject, public db::Recordset::MoveListener {
     Q_OBJECT
 public:
@@ -41,7 +43,8 @@ public:
     std::shared_ptr<db::Database> Database() const;
 
     // Binds a widget to a column: QLineEdit, QTextEdit, QComboBox, QCheckBox and QDateEdit write
-    // back; a QLabel only shows.
+    // back; a QLabel only shows, unless its property LabelWritesBack is true (a bound label whose
+    // caption the code sets, stored on the move as VB stores a bound Label).
     void bind(QWidget* w, const std::string& column);
     // Writes the bound values that changed into the current record.
     void writeBound();

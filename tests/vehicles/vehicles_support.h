@@ -1,0 +1,77 @@
+// The vehicle form's tests: a company folder with vehicles, a fixed today, the form opened as the
+// main menu or another form opens it, and the stored columns read back.
+#pragma once
+
+#include <QLabel>
+#include <QLineEdit>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "db/database.h"
+#include "db/recordset.h"
+#include "forms/datacontrol.h"
+#include "forms/globals.h"
+#include "gui/support.h"
+#include "vb/clock.h"
+#include "vb/conv.h"
+#include "vehicles/gktorzsformx.h"
+#include "vehicles/module.h"
+
+namespace vehicles_test {
+
+using Fields = std::vector<std::pair<std::string, vb::Variant>>;
+
+class VehicleTest : public kerova_test::GuiTest {
+protected:
+    void SetUp() override {
+        GuiTest::SetUp();
+        vehicles::registerForms();
+        vb::clock::setFixed(vb::Date{today().serial + 0.4375});  // 10:30
+    }
+
+    static vb::Date today() { return vb::DateSerial(2026, 11, 23); }
+    static vb::Date day(int offset) { return vb::Date{today().serial + offset}; }
+
+    void vehicle(int id, const std::string& plate, const vb::Variant& type, const Fields& more = {}) {
+        auto rs = db::Database::open("Kerova.dsb")->OpenRecordset("Jarmuvek");
+        rs->AddNew();
+        rs->set("recordID", int32_t(id));
+        rs->set("GkFrsz", plate);
+        rs->set("GkTipus", type);
+        for (auto& [c, v] : more) rs->set(c, v);
+        rs->Update();
+    }
+
+    // A column of a table as shown in a box ("" for null), in key order.
+    std::vector<std::string> col(const std::string& column, const std::string& table = "Jarmuvek") {
+        auto rs = db::Database::open("Kerova.dsb")->OpenRecordset("select * from " + table + " order by recordID");
+        std::vector<std::string> out;
+        while (!rs->Eof()) {
+            out.push_back(forms::displayText(rs->get(column)));
+            rs->MoveNext();
+        }
+        return out;
+    }
+
+    vehicles::GKTorzsFormX& open(const std::string& caller = vehicles::GKTorzsFormX::Name) {
+        Globals::CurrentFormName = caller;
+        auto& f = static_cast<vehicles::GKTorzsFormX&>(forms::get(vehicles::GKTorzsFormX::Name));
+        f.Show();
+        return f;
+    }
+
+    using Message = std::tuple<std::string, int, std::string>;
+    std::vector<Message> messages() const {
+        std::vector<Message> out;
+        for (auto& e : dialogs->log)
+            if (e.kind == forms::ScriptedDialogs::Entry::Message) out.emplace_back(e.text, e.style, e.title);
+        return out;
+    }
+
+    static std::string t(const QLineEdit* e) { return e->text().toStdString(); }
+    static std::string t(const QLabel* l) { return l->text().toStdString(); }
+};
+
+}  // namespace vehicles_test
