@@ -98,7 +98,10 @@ struct LikeNode : Node {
     Variant eval(const RowView& row) const override {
         Variant x = value->eval(row);
         if (isNullish(x)) return vb::Null{};
-        if (fixed) return fixed->matches(text(x)) != negated;
+        if (fixed) {
+            if (auto s = std::get_if<std::string>(&x)) return fixed->matches(*s) != negated;
+            return fixed->matches(text(x)) != negated;
+        }
         Variant p = pattern->eval(row);
         if (isNullish(p)) return vb::Null{};
         return LikePattern(text(p)).matches(text(x)) != negated;
@@ -182,6 +185,21 @@ BinOp binOp(const std::string& op) {
 }
 
 }  // namespace
+
+int plainColumn(const Node& n) {
+    auto* c = dynamic_cast<const ColumnNode*>(&n);
+    return c ? static_cast<int>(c->column) : -1;
+}
+
+bool likeOnColumn(const Node& n, int& column, const LikePattern*& pattern, bool& negated) {
+    auto* like = dynamic_cast<const LikeNode*>(&n);
+    if (!like || !like->fixed) return false;
+    column = plainColumn(*like->value);
+    if (column < 0) return false;
+    pattern = like->fixed.get();
+    negated = like->negated;
+    return true;
+}
 
 Variant evaluate(const Node& n, const RowView& row) {
     return jetErrors([&] { return n.eval(row); });

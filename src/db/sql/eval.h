@@ -30,6 +30,13 @@ struct Node {
 };
 using NodePtr = std::shared_ptr<const Node>;
 
+// The column a node reads when it is a plain column reference (in Row mode), else -1: fast
+// paths that work on the engine's values directly look for it.
+int plainColumn(const Node& n);
+// A LIKE of a plain column against a literal pattern: its parts (false for any other node).
+class LikePattern;
+bool likeOnColumn(const Node& n, int& column, const LikePattern*& pattern, bool& negated);
+
 // Evaluates with VB's errors turned into Jet's.
 vb::Variant evaluate(const Node& n, const RowView& row);
 // True when the condition holds (Null is no match).

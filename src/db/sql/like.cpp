@@ -50,6 +50,10 @@ LikePattern::LikePattern(std::string_view pattern) {
         }
         items_.push_back(std::move(it));
     }
+    for (const Item& it : items_) {
+        if (it.kind != Literal || it.ch >= 0x80) break;
+        asciiHead_.push_back(static_cast<char>(it.ch));
+    }
 }
 
 bool LikePattern::one(const Item& it, char32_t c) const {
@@ -76,21 +80,65 @@ bool LikePattern::one(const Item& it, char32_t c) const {
     return false;
 }
 
+namespace {
+
+// The code point at byte i of UTF-8 text, i moved past it; a malformed byte stands for itself
+// (as decodeUtf8 reads it).
+inline char32_t nextChar(std::string_view s, size_t& i) {
+    auto b = static_cast<unsigned char>(s[i]);
+    if (b < 0x80) {
+        ++i;
+        return b;
+    }
+    size_t n = s.size();
+    int len = (b >> 5) == 6 ? 2 : (b >> 4) == 14 ? 3 : (b >> 3) == 30 ? 4 : 0;
+    if (len == 0 || i + len > n) {
+        ++i;
+        return b;
+    }
+    char32_t cp = len == 2 ? (b & 0x1F) : len == 3 ? (b & 0x0F) : (b & 0x07);
+    for (int k = 1; k < len; ++k) {
+        auto c = static_cast<unsigned char>(s[i + k]);
+        if ((c & 0xC0) != 0x80) {
+            ++i;
+            return b;
+        }
+        cp = (cp << 6) | (c & 0x3F);
+    }
+    i += len;
+    return cp;
+}
+
+}  // namespace
+
+// Walks the UTF-8 bytes as they are (no decoded copy: Find runs this once a row).
 bool LikePattern::matches(std::string_view text) const {
-    std::u32string s = decodeUtf8(text);
-    size_t n = s.size(), m = items_.size();
+    size_t n = text.size(), m = items_.size();
     size_t si = 0, pi = 0;
+    // The ASCII head byte by byte: a text byte from 0x80 up is (part of) a character whose lower
+    // case is never ASCII, so it cannot match; nothing before the head can be retried.
+    for (; pi < asciiHead_.size(); ++pi, ++si) {
+        if (si >= n) return false;
+        auto b = static_cast<unsigned char>(text[si]);
+        if (b >= 'A' && b <= 'Z') b += 32;
+        if (b != static_cast<unsigned char>(asciiHead_[pi])) return false;
+    }
     size_t starP = SIZE_MAX, starS = 0;
     while (si < n) {
         if (pi < m && items_[pi].kind == AnyRun) {
             starP = pi++;
             starS = si;
-        } else if (pi < m && one(items_[pi], s[si])) {
+            continue;
+        }
+        size_t next = si;
+        char32_t c = nextChar(text, next);
+        if (pi < m && one(items_[pi], c)) {
             ++pi;
-            ++si;
+            si = next;
         } else if (starP != SIZE_MAX) {
             pi = starP + 1;
-            si = ++starS;
+            nextChar(text, starS);
+            si = starS;
         } else {
             return false;
         }

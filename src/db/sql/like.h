@@ -24,6 +24,7 @@ private:
     };
     bool one(const Item& it, char32_t c) const;
     std::vector<Item> items_;
+    std::string asciiHead_;  // the pattern's leading literal characters while they are ASCII, lower case
 };
 
 }  // namespace db::sql

@@ -5,10 +5,13 @@
 // positions by the keys with the row id as the last key: the order an index with that column
 // gives, so that reading an index and sorting agree.
 #include <algorithm>
+#include <cstring>
 #include <numeric>
+#include <optional>
 
 #include "db/error.h"
 #include "db/sql/eval.h"
+#include "db/sql/like.h"
 #include "db/sql/ops.h"
 #include "db/sql/sql.h"
 #include "db/values.h"
@@ -41,11 +44,27 @@ struct FilterPlan {
 
 namespace {
 
-// A table row from the engine.
+// A table row from the engine: the whole row, or only the columns a scan read (`pos` gives the
+// place of table column c in the row read, -1 for a column not read).
 struct TableRow : RowView {
     const jet::Row* row = nullptr;
+    const std::vector<int>* pos = nullptr;
     Variant get(size_t c) const override {
-        return row && c < row->size() ? toVariant((*row)[c]) : Variant(vb::Null{});
+        if (!row) return vb::Null{};
+        if (pos) {
+            if (c >= pos->size() || (*pos)[c] < 0) return vb::Null{};
+            return toVariant((*row)[static_cast<size_t>((*pos)[c])]);
+        }
+        return c < row->size() ? toVariant((*row)[c]) : Variant(vb::Null{});
+    }
+};
+
+// The table columns one scan reads, and where each lands in the row it hands over.
+struct ColumnSet {
+    std::vector<size_t> list;
+    std::vector<int> pos;
+    ColumnSet(const std::vector<size_t>& columns, size_t width) : list(columns), pos(width, -1) {
+        for (size_t i = 0; i < list.size(); ++i) pos[list[i]] = static_cast<int>(i);
     }
 };
 
@@ -65,6 +84,18 @@ void scanRows(const jet::Table& t, const std::function<void(jet::RowId, const je
     translated([&] {
         t.scan([&](jet::RowId id, const jet::Row& r) {
             f(id, r);
+            return true;
+        });
+    });
+}
+
+// Only the columns of `cols`: `row` is pointed at each row read, its map at cols.
+void scanRows(const jet::Table& t, const ColumnSet& cols, TableRow& row, const std::function<void(jet::RowId)>& f) {
+    row.pos = &cols.pos;
+    translated([&] {
+        t.scanColumns(cols.list, [&](jet::RowId id, const jet::Row& r) {
+            row.row = &r;
+            f(id);
             return true;
         });
     });
@@ -149,6 +180,109 @@ const jet::LogicalIndex* singleColumnIndex(const jet::Table& t, size_t column, b
         }
     }
     return nullptr;
+}
+
+// ORDER BY on plain columns of number, date and Yes/No types only (the trip list's date and
+// departure time): each value becomes one 64-bit word that orders as sortKey/compareSortKeys
+// order that column's values (Null 0 below every value; descending columns inverted), and
+// entries of words and scan position sort without Variants. Ties keep the scan's order, which is
+// row id order, as KeyTable::order does. Nothing when the shape does not fit (or a NaN turns up).
+template <size_t W>
+struct NumberEntry {
+    uint64_t k[W];
+    uint32_t at;
+    bool operator<(const NumberEntry& o) const {
+        for (size_t j = 0; j < W; ++j)
+            if (k[j] != o.k[j]) return k[j] < o.k[j];
+        return at < o.at;
+    }
+};
+
+// The word of a non-null value: order-preserving, never 0 (false when there is none).
+bool numberWord(const jet::Value& v, uint64_t& out) {
+    auto ofInt = [&](int64_t i) { out = static_cast<uint64_t>(i) ^ (uint64_t(1) << 63); };
+    auto ofDouble = [&](double d) {
+        if (d != d) return false;  // NaN: no order
+        if (d == 0) d = 0.0;       // -0 equals 0
+        uint64_t b;
+        std::memcpy(&b, &d, 8);
+        out = (b >> 63) ? ~b : b | (uint64_t(1) << 63);
+        return true;
+    };
+    switch (v.index()) {
+    case 1: ofInt(std::get<bool>(v) ? -1 : 0); return true;
+    case 2: ofInt(std::get<uint8_t>(v)); return true;
+    case 3: ofInt(std::get<int16_t>(v)); return true;
+    case 4: ofInt(std::get<int32_t>(v)); return true;
+    case 5: {
+        int64_t c = std::get<jet::Currency>(v).scaled;
+        if (c == INT64_MIN) return false;
+        ofInt(c);
+        return true;
+    }
+    case 6: return ofDouble(std::get<float>(v));
+    case 7: return ofDouble(std::get<double>(v));
+    case 8: return ofDouble(std::get<jet::DateTime>(v).days);
+    default: return false;
+    }
+}
+
+template <size_t W>
+std::optional<std::vector<jet::RowId>> sortByWords(const jet::Table& table, const SelectPlan& p,
+                                                   const std::vector<int>& places, const ColumnSet& cols, TableRow& row) {
+    std::vector<NumberEntry<W>> entries;
+    std::vector<jet::RowId> ids;
+    entries.reserve(table.rowCount());
+    ids.reserve(table.rowCount());
+    bool ok = true;
+    scanRows(table, cols, row, [&](jet::RowId id) {
+        if (!ok || (p.where && !test(*p.where, row))) return;
+        NumberEntry<W> e;
+        for (size_t j = 0; j < W; ++j) {
+            const jet::Value& v = (*row.row)[static_cast<size_t>(places[j])];
+            uint64_t w = 0;
+            if (v.index() != 0 && !numberWord(v, w)) ok = false;
+            e.k[j] = p.descending[j] ? ~w : w;
+        }
+        e.at = static_cast<uint32_t>(ids.size());
+        entries.push_back(e);
+        ids.push_back(id);
+    });
+    if (!ok) return std::nullopt;
+    std::sort(entries.begin(), entries.end());
+    std::vector<jet::RowId> out;
+    out.reserve(entries.size());
+    for (const auto& e : entries) out.push_back(ids[e.at]);
+    return out;
+}
+
+std::optional<std::vector<jet::RowId>> numberOrder(const jet::Table& table, const SelectPlan& p, const ColumnSet& cols,
+                                                   TableRow& row) {
+    if (p.order.empty() || p.order.size() > 3) return std::nullopt;
+    std::vector<int> places;
+    for (const auto& o : p.order) {
+        int c = plainColumn(*o);
+        if (c < 0 || cols.pos[static_cast<size_t>(c)] < 0) return std::nullopt;
+        switch (table.def().columns[static_cast<size_t>(c)].type) {
+        case jet::ColType::Boolean:
+        case jet::ColType::Byte:
+        case jet::ColType::Integer:
+        case jet::ColType::Long:
+        case jet::ColType::Currency:
+        case jet::ColType::Single:
+        case jet::ColType::Double:
+        case jet::ColType::DateTime:
+            break;
+        default:
+            return std::nullopt;
+        }
+        places.push_back(cols.pos[static_cast<size_t>(c)]);
+    }
+    switch (places.size()) {
+    case 1: return sortByWords<1>(table, p, places, cols, row);
+    case 2: return sortByWords<2>(table, p, places, cols, row);
+    default: return sortByWords<3>(table, p, places, cols, row);
+    }
 }
 
 }  // namespace
@@ -239,6 +373,7 @@ size_t Select::tableWidth() const { return plan_->snapshot ? 0 : plan_->tableWid
 std::vector<jet::RowId> Select::rowIds(const jet::Table& table) const {
     const SelectPlan& p = *plan_;
     if (p.snapshot) fail(3251, "Operation is not supported for this type of object.");
+    ColumnSet cols(p.needed, table.def().columns.size());
     TableRow row;
 
     // One indexed column: the index's order, filtered by WHERE.
@@ -247,8 +382,7 @@ std::vector<jet::RowId> Select::rowIds(const jet::Table& table) const {
             std::vector<jet::RowId> ordered = translated([&] { return table.indexOrder(li->name); });
             if (!p.where) return ordered;
             std::vector<jet::RowId> keep;
-            scanRows(table, [&](jet::RowId id, const jet::Row& r) {
-                row.row = &r;
+            scanRows(table, cols, row, [&](jet::RowId id) {
                 if (test(*p.where, row)) keep.push_back(id);
             });
             std::sort(keep.begin(), keep.end());
@@ -260,10 +394,11 @@ std::vector<jet::RowId> Select::rowIds(const jet::Table& table) const {
         }
     }
 
+    if (auto fast = numberOrder(table, p, cols, row)) return std::move(*fast);
+
     KeyTable kt;
     kt.width = p.order.size();
-    scanRows(table, [&](jet::RowId id, const jet::Row& r) {
-        row.row = &r;
+    scanRows(table, cols, row, [&](jet::RowId id) {
         if (p.where && !test(*p.where, row)) return;
         kt.ids.push_back(id);
         for (const auto& o : p.order) kt.keys.push_back(sortKey(evaluate(*o, row)));
@@ -289,7 +424,7 @@ namespace {
 
 // Jet's aggregates: Null values are skipped; sum/avg/min/max of no values are Null, count 0.
 struct Accumulator {
-    std::string function;
+    enum Fn { Count, Sum, Avg, Min, Max, First, Last, Other } fn = Other;
     int64_t count = 0;
     bool seen = false, allCurrency = true;
     double dsum = 0;
@@ -297,45 +432,80 @@ struct Accumulator {
     Variant best = vb::Null{}, first = vb::Null{}, last = vb::Null{};
     bool any = false;
 
+    explicit Accumulator(const std::string& function)
+        : fn(function == "count" ? Count
+             : function == "sum" ? Sum
+             : function == "avg" ? Avg
+             : function == "min" ? Min
+             : function == "max" ? Max
+             : function == "first" ? First
+             : function == "last" ? Last
+                                  : Other) {}
+
     void add(const Variant& v, bool star) {
-        if (!any) {
-            first = v;
-            any = true;
+        if (fn == First || fn == Last) {
+            if (!any) {
+                first = v;
+                any = true;
+            }
+            last = v;
         }
-        last = v;
         if (star) {
             ++count;
             return;
         }
         if (isNullish(v)) return;
         ++count;
-        if (function == "sum" || function == "avg") {
+        if (fn == Sum || fn == Avg) {
             Variant n = number(v);
             if (auto c = std::get_if<vb::Currency>(&n); c && allCurrency) csum += c->scaled;
             else allCurrency = false;
             dsum += vb::CDbl(n);
             seen = true;
-        } else if (function == "min") {
+        } else if (fn == Min) {
             if (isNullish(best) || compare(v, best) < 0) best = v;
-        } else if (function == "max") {
+        } else if (fn == Max) {
             if (isNullish(best) || compare(v, best) > 0) best = v;
         }
     }
 
+    // A column value straight from the engine: whole numbers and Doubles of count, sum and avg
+    // without a Variant (the same arithmetic as add); everything else through add.
+    void addValue(const jet::Value& v) {
+        if (fn == Count || fn == Sum || fn == Avg) {
+            double d;
+            switch (v.index()) {
+            case 0: return;  // Null: skipped
+            case 2: d = std::get<uint8_t>(v); break;
+            case 3: d = std::get<int16_t>(v); break;
+            case 4: d = std::get<int32_t>(v); break;
+            case 7: d = std::get<double>(v); break;
+            default: add(toVariant(v), false); return;
+            }
+            ++count;
+            if (fn != Count) {
+                allCurrency = false;
+                dsum += d;
+                seen = true;
+            }
+            return;
+        }
+        add(toVariant(v), false);
+    }
+
     Variant result() const {
-        if (function == "count") {
+        switch (fn) {
+        case Count:
             if (count <= INT32_MAX) return static_cast<int32_t>(count);
             return static_cast<double>(count);
-        }
-        if (function == "sum") {
+        case Sum:
             if (!seen) return vb::Null{};
             if (allCurrency) {
                 if (csum > INT64_MAX || csum < INT64_MIN) fail(err::Overflow, "Overflow");
                 return vb::Currency{static_cast<int64_t>(csum)};
             }
             return dsum;
-        }
-        if (function == "avg") {
+        case Avg:
             if (!seen) return vb::Null{};
             if (allCurrency) {
                 __int128 q = csum / count, r = csum % count;
@@ -344,10 +514,12 @@ struct Accumulator {
                 return vb::Currency{static_cast<int64_t>(q)};
             }
             return dsum / static_cast<double>(count);
+        case Min:
+        case Max: return best;
+        case First: return first;
+        case Last: return last;
+        case Other: break;
         }
-        if (function == "min" || function == "max") return best;
-        if (function == "first") return first;
-        if (function == "last") return last;
         return vb::Null{};
     }
 };
@@ -360,13 +532,22 @@ Snapshot Select::snapshot(const jet::Table& table) const {
     out.columns = p.columns;
     TableRow row;
 
+    ColumnSet cols(p.read, table.def().columns.size());
     if (p.aggregate) {
-        std::vector<Accumulator> acc(p.aggregates.size());
-        for (size_t i = 0; i < acc.size(); ++i) acc[i].function = p.aggregates[i].function;
-        scanRows(table, [&](jet::RowId, const jet::Row& r) {
-            row.row = &r;
+        std::vector<Accumulator> acc;
+        std::vector<int> direct;  // an aggregate of a plain column: its place in the row read
+        for (const auto& a : p.aggregates) {
+            acc.emplace_back(a.function);
+            int c = a.argument ? plainColumn(*a.argument) : -1;
+            direct.push_back(c >= 0 ? cols.pos[static_cast<size_t>(c)] : -1);
+        }
+        scanRows(table, cols, row, [&](jet::RowId) {
             if (p.where && !test(*p.where, row)) return;
             for (size_t i = 0; i < acc.size(); ++i) {
+                if (direct[i] >= 0) {
+                    acc[i].addValue((*row.row)[static_cast<size_t>(direct[i])]);
+                    continue;
+                }
                 const NodePtr& arg = p.aggregates[i].argument;
                 acc[i].add(arg ? evaluate(*arg, row) : Variant(true), !arg);
             }
@@ -384,8 +565,7 @@ Snapshot Select::snapshot(const jet::Table& table) const {
     KeyTable kt;
     kt.width = ordered ? p.order.size() : 0;
     std::vector<std::vector<Variant>> rows;
-    scanRows(table, [&](jet::RowId id, const jet::Row& r) {
-        row.row = &r;
+    scanRows(table, cols, row, [&](jet::RowId id) {
         if (p.where && !test(*p.where, row)) return;
         std::vector<Variant> o;
         o.reserve(p.columns.size());
@@ -481,10 +661,34 @@ std::vector<jet::RowId> Filter::matchingRows(const jet::Table& table, const Sele
         if (!select) return vb::Null{};
         return select->value(c, [&](size_t t) { return row.get(t); });
     };
-    scanRows(table, [&](jet::RowId id, const jet::Row& r) {
-        row.row = &r;
-        if (matches(reader)) out.push_back(id);
-    });
+    const std::vector<size_t>& used = plan_->used;
+    if (used.empty() || used.back() < width) {
+        // only table columns: read just those
+        ColumnSet cols(used, width);
+        int column = -1;
+        const LikePattern* pattern = nullptr;
+        bool negated = false;
+        if (likeOnColumn(*plan_->condition, column, pattern, negated) && used.size() == 1) {
+            // [Text column] like "literal": matched on the engine's text, no Variant a row
+            scanRows(table, cols, row, [&](jet::RowId id) {
+                const jet::Value& v = (*row.row)[0];
+                if (auto s = std::get_if<std::string>(&v)) {
+                    if (pattern->matches(*s) != negated) out.push_back(id);
+                } else if (v.index() != 0 && test(*plan_->condition, row)) {
+                    out.push_back(id);
+                }
+            });
+        } else {
+            scanRows(table, cols, row, [&](jet::RowId id) {
+                if (test(*plan_->condition, row)) out.push_back(id);
+            });
+        }
+    } else {
+        scanRows(table, [&](jet::RowId id, const jet::Row& r) {
+            row.row = &r;
+            if (matches(reader)) out.push_back(id);
+        });
+    }
     std::sort(out.begin(), out.end());
     return out;
 }
