@@ -199,10 +199,13 @@ std::vector<RowId> Table::rowIds() const {
     freshen();
     std::vector<RowId> out;
     out.reserve(plausibleRowCount(def_, pager));
-    forEachRow(pager, def_, ownedPages(pager, def_), [&](RowId id, const uint8_t*, size_t) {
-        out.push_back(id);
-        return true;
-    });
+    forEachRow(
+        pager, def_, ownedPages(pager, def_),
+        [&](RowId id, const uint8_t*, size_t) {
+            out.push_back(id);
+            return true;
+        },
+        false);
     return out;
 }
 

@@ -72,7 +72,7 @@ void checkDataPage(const uint8_t* page, const std::string& file, uint32_t pgno) 
         fail(ErrorKind::Corrupt, file, "data page " + std::to_string(pgno) + " claims too many rows");
 }
 
-Slot slot(const uint8_t* page, uint16_t row, const std::string& file, uint32_t pgno) {
+void badSlot(const uint8_t* page, uint16_t row, const std::string& file, uint32_t pgno) {
     checkDataPage(page, file, pgno);
     uint16_t n = rowCount(page);
     if (row >= n)
@@ -91,7 +91,7 @@ Slot slot(const uint8_t* page, uint16_t row, const std::string& file, uint32_t p
     if (s.overflow && !s.deleted && s.size() < 4)
         fail(ErrorKind::Corrupt, file,
              "overflow row " + std::to_string(row) + " on page " + std::to_string(pgno) + " is too short");
-    return s;
+    fail(ErrorKind::Corrupt, file, "row " + std::to_string(row) + " on page " + std::to_string(pgno) + " is unreadable");
 }
 
 void initDataPage(uint8_t* page, uint32_t tdefPage) {

@@ -56,7 +56,26 @@ struct Slot {
     size_t size() const { return size_t(end) - start; }
 };
 // `file` and `pgno` only name the place in the error message.
-Slot slot(const uint8_t* page, uint16_t row, const std::string& file, uint32_t pgno);
+// Fails with the error that fits a slot the inline checks of slot() refused.
+[[noreturn]] void badSlot(const uint8_t* page, uint16_t row, const std::string& file, uint32_t pgno);
+// Inline: scans call it once a row.
+inline Slot slot(const uint8_t* page, uint16_t row, const std::string& file, uint32_t pgno) {
+    uint16_t n = rowCount(page);
+    size_t tableEnd = kHeaderSize + 2 * size_t(n);
+    if (page[0] != kDataPageType || tableEnd > kPageSize || row >= n) badSlot(page, row, file, pgno);
+    uint16_t w = get16(page + kHeaderSize + 2 * row);
+    Slot s;
+    s.start = w & kOffsetMask;
+    s.end = row == 0 ? uint16_t(kPageSize) : uint16_t(get16(page + kHeaderSize + 2 * (row - 1)) & kOffsetMask);
+    s.deleted = w & kDeleted;
+    s.overflow = w & kOverflow;
+    // A deleted row's bytes may have been reclaimed; only its flag matters then. A row flagged
+    // 0x8000 alone holds the data of a moved row and must be sound.
+    if (!(s.deleted && s.overflow) && (s.start < tableEnd || s.start > s.end || s.end > kPageSize))
+        badSlot(page, row, file, pgno);
+    if (s.overflow && !s.deleted && s.size() < 4) badSlot(page, row, file, pgno);
+    return s;
+}
 // Checks the page type and that the slot table fits in the page.
 void checkDataPage(const uint8_t* page, const std::string& file, uint32_t pgno);
 

@@ -33,27 +33,20 @@ uint16_t fixedSize(const Column& c) {
     return n ? n : c.length;  // a fixed Binary column: its declared length
 }
 
-RowView::RowView(const uint8_t* row, size_t len, bool hasVar, const std::string& file, RowId where)
-    : row_(row), len_(len), file_(file), where_(where) {
+void RowView::badRow() const {
+    const std::string& file = file_;
+    RowId where = where_;
+    size_t len = len_;
     if (len < 2) fail(ErrorKind::Corrupt, file, place(where) + " is too short (" + std::to_string(len) + " bytes)");
-    columnCount_ = le16(row);
-    size_t maskLen = (size_t(columnCount_) + 7) / 8;
+    uint16_t columns = le16(row_);
+    size_t maskLen = (size_t(columns) + 7) / 8;
     if (2 + maskLen > len)
-        fail(ErrorKind::Corrupt, file, place(where) + ": its null mask for " + std::to_string(columnCount_) +
+        fail(ErrorKind::Corrupt, file, place(where) + ": its null mask for " + std::to_string(columns) +
                                            " columns does not fit in " + std::to_string(len) + " bytes");
-    mask_ = row + len - maskLen;
     size_t end = len - maskLen;
-    fixedEnd_ = end;
-    if (hasVar) {
-        if (end < 2 + 4)
-            fail(ErrorKind::Corrupt, file, place(where) + " has no room for its variable column table");
-        varCount_ = le16(row + end - 2);
-        if (2 + 4 + 2 * size_t(varCount_) > end)
-            fail(ErrorKind::Corrupt, file, place(where) + ": its table of " + std::to_string(varCount_) +
-                                               " variable columns does not fit");
-        varTable_ = end - 4;
-        fixedEnd_ = end - 4 - 2 * size_t(varCount_);
-    }
+    if (end < 2 + 4) fail(ErrorKind::Corrupt, file, place(where) + " has no room for its variable column table");
+    fail(ErrorKind::Corrupt, file, place(where) + ": its table of " + std::to_string(le16(row_ + end - 2)) +
+                                       " variable columns does not fit");
 }
 
 void RowView::badVar(uint16_t i, size_t start, size_t stop) const {

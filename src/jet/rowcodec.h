@@ -31,7 +31,24 @@ uint16_t fixedSize(const Column& c);
 class RowView {
 public:
     // Throws Corrupt (naming the file, page and slot) when the row's structure does not fit.
-    RowView(const uint8_t* row, size_t len, bool hasVarColumns, const std::string& file, RowId where);
+    // Inline: scans build one a row.
+    RowView(const uint8_t* row, size_t len, bool hasVarColumns, const std::string& file, RowId where)
+        : row_(row), len_(len), file_(file), where_(where) {
+        if (len < 2) badRow();
+        columnCount_ = le16(row);
+        size_t maskLen = (size_t(columnCount_) + 7) / 8;
+        if (2 + maskLen > len) badRow();
+        mask_ = row + len - maskLen;
+        size_t end = len - maskLen;
+        fixedEnd_ = end;
+        if (hasVarColumns) {
+            if (end < 2 + 4) badRow();
+            varCount_ = le16(row + end - 2);
+            if (2 + 4 + 2 * size_t(varCount_) > end) badRow();
+            varTable_ = end - 4;
+            fixedEnd_ = end - 4 - 2 * size_t(varCount_);
+        }
+    }
 
     uint16_t columnCount() const { return columnCount_; }
     bool notNull(uint16_t columnNumber) const {
@@ -59,6 +76,7 @@ public:
 
 private:
     [[noreturn]] void badVar(uint16_t i, size_t start, size_t stop) const;
+    [[noreturn]] void badRow() const;  // says what of the structure does not fit
     const uint8_t* row_;
     size_t len_;
     uint16_t columnCount_ = 0;
@@ -112,13 +130,23 @@ RowLocation followOverflow(Pager& pager, const uint8_t* pointer, RowId home);
 
 // The data pages of `def` among `pages` (its owned pages, ascending), each fetched once: every
 // live row in physical order, visit(RowId home, const uint8_t* bytes, size_t len) returning
-// false to stop. LVAL and index pages in the list are skipped.
+// false to stop. LVAL and index pages in the list are skipped. `readsRows` false: the visitor
+// looks at no row bytes (only ids are wanted), so pages are not fetched ahead.
 template <class Visit>
-void forEachRow(Pager& pager, const TableDef& def, const std::vector<uint32_t>& pages, Visit&& visit) {
+void forEachRow(Pager& pager, const TableDef& def, const std::vector<uint32_t>& pages, Visit&& visit,
+                bool readsRows = true) {
     const std::string& file = pager.path();
-    for (uint32_t pg : pages) {
-        if (pg == 0 || pg >= pager.pageCount()) continue;
+    const uint32_t count = pager.pageCount();
+    for (size_t i = 0; i < pages.size(); ++i) {
+        uint32_t pg = pages[i];
+        if (pg == 0 || pg >= count) continue;
         PageRef p = pager.page(pg);
+        // The next page's bytes on their way to the cache while this one is parsed: rows are
+        // read in a few places each, too scattered for the hardware to guess across pages.
+        if (readsRows && i + 1 < pages.size() && pages[i + 1] != 0 && pages[i + 1] < count) {
+            PageRef next = pager.page(pages[i + 1]);
+            for (size_t off = 0; off < kPageSize; off += 64) __builtin_prefetch(next->data() + off);
+        }
         const uint8_t* d = p->data();
         if (d[0] != page::kData || le32(d + 4) != def.firstPage) continue;
         uint16_t n = datapage::rowCount(d);
