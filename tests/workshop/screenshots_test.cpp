@@ -1,0 +1,50 @@
+// Screenshots of the workshop masters on the demo company, for a person to look at. Runs only with
+// KEROVA_SHOTS set to a folder, on a real display (Xvfb): the whole screen is taken by `import`.
+#include <QApplication>
+#include <QThread>
+#include <cstdlib>
+
+#include "forms/grid.h"
+#include "workshop/WorkshopMasterForm.h"
+#include "workshop/module.h"
+#include "print/module.h"
+#include "print/pageform.h"
+#include "gui/support.h"
+
+namespace {
+
+void shoot(QWidget& w, const std::string& name) {
+    w.move(0, 0);
+    for (int i = 0; i < 20; ++i) {
+        QApplication::processEvents();
+        QThread::msleep(25);
+    }
+    std::string out = std::string(std::getenv("KEROVA_SHOTS")) + "/" + name + ".png";
+    std::string cmd = "import -window root '" + out + "'";
+    if (std::system(cmd.c_str()) != 0) w.grab().save(QString::fromStdString(out));
+}
+
+class WorkshopScreenshots : public kerova_test::GuiTest {};
+
+TEST_F(WorkshopScreenshots, OnTheDemoCompany) {
+    if (!std::getenv("KEROVA_SHOTS")) GTEST_SKIP() << "KEROVA_SHOTS not set";
+    demoCompany();
+    print::registerForms();
+    workshop::registerForms();
+    for (const char* name : {"SzerelokFormX", "MunkakFormX", "AlkatreszekFormX"}) {
+        auto& f = forms::get(name);
+        f.Show();
+        shoot(f, std::string("w-") + name);
+        if (std::string(name) == "SzerelokFormX") {
+            forms::setModalRunner([](forms::Form& page) {
+                shoot(page, "w-SzerelokNyomFormX");
+                static_cast<print::PageForm&>(page).Command3_Click();
+            });
+            f.action("Nyomtat")->trigger();
+            forms::setModalRunner([](forms::Form&) {});
+        }
+        f.hide();
+    }
+}
+
+}  // namespace
