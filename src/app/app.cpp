@@ -4,6 +4,10 @@
 
 #include "forms/runtime.h"
 #include "forms/form.h"
+#include "app/kerovaform.h"
+#include "app/kerovax.h"
+#include "app/parameterformx.h"
+#include "app/uzemeltetokform.h"
 #include "print/module.h"
 #include "partners/module.h"
 #include "trips/module.h"
@@ -13,6 +17,10 @@
 namespace app {
 
 void registerAllForms() {
+    forms::registerForm("KerovaX", [] { return new KerovaX; });
+    forms::registerForm("ParameterFormX", [] { return new ParameterFormX; });
+    forms::registerForm("UzemeltetokForm", [] { return new UzemeltetokForm; });
+    forms::registerForm("KerovaForm", [] { return new KerovaForm; });
     print::registerForms();
     vehicles::registerForms();
     trips::registerForms();
