@@ -216,13 +216,16 @@ TEST_F(DriverTest, QuickSearchPartnerPickerAndTheHandOver) {
 }
 
 TEST_F(DriverTest, ThousandsOfDriversOpenAtOnce) {
-    auto rs = db::Database::open("Kerova.dsb")->OpenRecordset("Vezetok");
-    for (int i = 0; i < 3000; ++i) {
-        rs->AddNew();
-        rs->set("VezetöNeve", "Vezető " + std::to_string(100000 - i));
-        rs->set("PartnerID", int32_t(i));
-        rs->Update();
-    }
+    auto file = db::Database::open("Kerova.dsb");
+    auto rs = file->OpenRecordset("Vezetok");
+    file->batch([&] {
+        for (int i = 0; i < 3000; ++i) {
+            rs->AddNew();
+            rs->set("VezetöNeve", "Vezető " + std::to_string(100000 - i));
+            rs->set("PartnerID", int32_t(i));
+            rs->Update();
+        }
+    });
     QElapsedTimer t;
     t.start();
     auto& f = openDrivers();

@@ -40,13 +40,16 @@ TEST_F(RouteTest, AnEmptyTableGetsOneRowAndThousandsOfRowsOpenAtOnce) {
     click(openRoutes(), "Kilepes");
     EXPECT_EQ(rows("Kerova.dsb", "UtakTavolsag"), 1);
 
-    auto rs = db::Database::open("Kerova.dsb")->OpenRecordset("UtakTavolsag");
-    for (int i = 0; i < 3000; ++i) {
-        rs->AddNew();
-        rs->set("Honnan", "Hely " + std::to_string(i));
-        rs->set("TávolságKm", double(i));
-        rs->Update();
-    }
+    auto file = db::Database::open("Kerova.dsb");
+    auto rs = file->OpenRecordset("UtakTavolsag");
+    file->batch([&] {
+        for (int i = 0; i < 3000; ++i) {
+            rs->AddNew();
+            rs->set("Honnan", "Hely " + std::to_string(i));
+            rs->set("TávolságKm", double(i));
+            rs->Update();
+        }
+    });
     QElapsedTimer t;
     t.start();
     auto& f = openRoutes();

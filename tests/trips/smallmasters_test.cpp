@@ -135,12 +135,15 @@ TEST_F(SmallMasterTest, TheFirstOpeningForAGroupMakesARowAndTheDocumentFormWrite
 }
 
 TEST_F(SmallMasterTest, ThousandsOfPurposesOpenAtOnce) {
-    auto rs = db::Database::open("Kerova.dsb")->OpenRecordset("MegnevezesTorzs");
-    for (int i = 0; i < 3000; ++i) {
-        rs->AddNew();
-        rs->set("Megnevezés", "Megnevezés " + std::to_string(i));
-        rs->Update();
-    }
+    auto file = db::Database::open("Kerova.dsb");
+    auto rs = file->OpenRecordset("MegnevezesTorzs");
+    file->batch([&] {
+        for (int i = 0; i < 3000; ++i) {
+            rs->AddNew();
+            rs->set("Megnevezés", "Megnevezés " + std::to_string(i));
+            rs->Update();
+        }
+    });
     QElapsedTimer t;
     t.start();
     auto& f = openPurposes();
