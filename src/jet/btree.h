@@ -21,6 +21,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -131,8 +132,10 @@ private:
     IndexPage& decoded(Frame& f) const;
     // The leaf for (key, row) (seek) or the first leaf; the intermediate pages passed on the way
     // go to `path` when given.
-    IndexPageView leafFor(KeyView key, RowId row, bool seek, std::vector<Frame>* path) const;
-    void walkLeaves(IndexPageView first, bool seek, KeyView key, const Visit& visit) const;
+    // The view is built in `out` (no copies of its mask tables on the way down).
+    IndexPageView& leafFor(KeyView key, RowId row, bool seek, std::vector<Frame>* path,
+                           std::optional<IndexPageView>& out) const;
+    void walkLeaves(std::optional<IndexPageView>& leaf, bool seek, KeyView key, const Visit& visit) const;
     bool insertInPlace(const std::vector<Frame>& path, const IndexPageView& leaf, size_t i, KeyView key, RowId row);
     bool removeInPlace(const std::vector<Frame>& path, const IndexPageView& leaf, size_t i);
     void fixUp(std::vector<Frame>& path, bool lastChanged, const IndexPageSource& pages);

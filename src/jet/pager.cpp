@@ -24,6 +24,7 @@
 #include "pager.h"
 
 #include <algorithm>
+#include <cstring>
 #include <thread>
 #include <vector>
 
@@ -126,6 +127,35 @@ PageRef Pager::readPage(uint32_t pgno) {
     if (n != kPageSize) fail(ErrorKind::Corrupt, path_, "page " + std::to_string(pgno) + " is truncated");
     cache_.emplace(pgno, pg);
     return pg;
+}
+
+void Pager::preload(const uint32_t* pages, size_t n) {
+    if (depth_ == 0 && !shared_) return;  // reads outside a read operation take the lock per page
+    constexpr size_t kRun = 32;           // 128 KiB a call
+    std::vector<uint32_t> want;
+    want.reserve(n);
+    for (size_t i = 0; i < n; ++i) {
+        uint32_t pg = pages[i];
+        if (pg >= filePages_ || cache_.count(pg) || (depth_ > 0 && dirty_.count(pg))) continue;
+        want.push_back(pg);
+    }
+    if (want.size() < 2) return;  // page() reads a lone page as well
+    std::sort(want.begin(), want.end());
+    want.erase(std::unique(want.begin(), want.end()), want.end());
+    std::unique_ptr<uint8_t[]> buf(new uint8_t[kRun * kPageSize]);  // not zeroed: read over
+    for (size_t i = 0; i < want.size();) {
+        size_t j = i + 1;
+        while (j < want.size() && j - i < kRun && want[j] == want[j - 1] + 1) ++j;
+        size_t count = j - i;
+        size_t got = file_->readAt(uint64_t(want[i]) * kPageSize, buf.get(), count * kPageSize);
+        for (size_t k = 0; k < count && (k + 1) * kPageSize <= got; ++k) {
+            auto pg = std::make_shared<Page>();
+            std::memcpy(pg->data(), buf.get() + k * kPageSize, kPageSize);
+            ++reads_;
+            cache_.emplace(want[i + k], std::move(pg));
+        }
+        i = j;
+    }
 }
 
 // ---- cache freshness ----

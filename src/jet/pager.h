@@ -52,6 +52,11 @@ public:
     // A page number past the end of the file fails with Corrupt.
     PageRef page(uint32_t pgno);
 
+    // Reads into the cache, a run of neighbouring pages per system call, those of `pages` (in any
+    // order) that are not cached yet; pages past the end are left to page() to refuse. A scan
+    // calls it ahead of the pages it is about to visit.
+    void preload(const uint32_t* pages, size_t n);
+
     // Outside a transaction: drops the cached pages when another process committed since the last
     // look (or the file's size changed). Cheap when nothing changed (one small read and a stat).
     void refresh();

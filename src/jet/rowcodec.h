@@ -9,6 +9,7 @@
 //   column was added has a smaller N: the newer columns are null (Booleans false).
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <set>
@@ -137,7 +138,9 @@ void forEachRow(Pager& pager, const TableDef& def, const std::vector<uint32_t>& 
                 bool readsRows = true) {
     const std::string& file = pager.path();
     const uint32_t count = pager.pageCount();
+    constexpr size_t kAhead = 64;
     for (size_t i = 0; i < pages.size(); ++i) {
+        if (i % kAhead == 0) pager.preload(pages.data() + i, std::min(kAhead, pages.size() - i));
         uint32_t pg = pages[i];
         if (pg == 0 || pg >= count) continue;
         PageRef p = pager.page(pg);

@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <fstream>
+#include <vector>
 
 #include "jet/error.h"
 #include "jet/journal.h"
@@ -243,6 +244,36 @@ TEST(Pager, NestedTransactionsCommitOnceAndRollbackKeepsTheCache) {
     EXPECT_EQ(p->pageReads(), reads);
     EXPECT_THROW(p->modify(0), JetError);  // outside a transaction
     EXPECT_THROW(p->append(), JetError);
+}
+
+// Preloading reads runs of pages in one go: each page once, never over a transaction's own copy,
+// nothing outside a read operation, and pages past the end left for page() to refuse.
+TEST(Pager, PreloadReadsEachPageOnceAndLeavesTheTransactionsCopies) {
+    testsupport::TempDir dir;
+    std::string path = makeFile(dir, 40);
+    auto p = Pager::open(path, Pager::Mode::ReadWrite);
+    std::vector<uint32_t> pages = {39, 3, 4, 5, 6, 20, 21, 5, 38, 50};
+    p->preload(pages.data(), pages.size());
+    EXPECT_EQ(p->pageReads(), 0u);  // no read operation open
+    {
+        Pager::ReadLock lock(*p);
+        p->preload(pages.data(), pages.size());
+        EXPECT_EQ(p->pageReads(), 8u);
+        p->preload(pages.data(), pages.size());
+        EXPECT_EQ(p->pageReads(), 8u);
+        for (uint32_t pg : {3u, 4u, 5u, 6u, 20u, 21u, 38u, 39u}) EXPECT_TRUE(stamped(*p->page(pg), 100 + pg)) << pg;
+        EXPECT_EQ(p->pageReads(), 8u);
+    }
+    p->begin();
+    stamp(p->modify(10), 1);
+    std::vector<uint32_t> more(40);
+    for (uint32_t i = 0; i < 40; ++i) more[i] = i;
+    p->preload(more.data(), more.size());
+    EXPECT_TRUE(stamped(*p->page(10), 1));
+    EXPECT_TRUE(stamped(*p->page(11), 111));
+    p->rollback();
+    EXPECT_TRUE(stamped(*p->page(10), 110));
+    EXPECT_THROW(p->page(50), JetError);
 }
 
 TEST(Pager, RefreshSeesOtherCommitsAndOldCounterFilesAreTolerated) {
