@@ -139,6 +139,7 @@ void VezetokTorzsFormX::build() {
     put(2, 1, "Text6", "Utca, házszám:", Text6);
     put(3, 1, "Text7", "Elérhetőség:", Text7);
     auto* employer = new QHBoxLayout;
+    Text8->setMinimumWidth(240);
     employer->addWidget(Text8, 1);
     employer->addWidget(Command12);
     fields->addWidget(label("Text8Caption", "Munkáltató:"), 4, 2, Qt::AlignRight);
@@ -175,6 +176,7 @@ void VezetokTorzsFormX::build() {
     assignedFields->addWidget(Label18, 1, 1);
     assignedFields->setColumnStretch(1, 1);
     assignedBox->addLayout(assignedFields);
+    assignedFrame->setMinimumWidth(270);
     lists->addWidget(assignedFrame, 1);
     outer->addLayout(lists, 1);
 
@@ -221,14 +223,14 @@ void VezetokTorzsFormX::build() {
     DBGrid1->addColumn("GkID", "GkID", 50);
     DBGrid1->addColumn("Munkakör", "Munkakör", 120);
     DBGrid1->addColumn("Munkáltató", "Munkáltató", 180);
-    DBGrid1->addColumn("Jogosítvány lejárata", "JogositványÉrvényessége", 120);
+    DBGrid1->addColumn("Jogosítvány lejárata", "JogositványÉrvényessége", 140);
     DBGrid1->addColumn("NEM aktív", "Aktiv", 70);
     // the registration and the vehicle's id are grid columns only: the grid takes typing
     DBGrid1->setAllowUpdate(true);
     DBGrid2->bind(JarmuData);
-    DBGrid2->addColumn("Rendszám", "Rendszám", 110);
-    DBGrid2->addColumn("Vezető azonosító", "VezetöID", 110);
-    resize(1180, 780);
+    DBGrid2->addColumn("Rendszám", "Rendszám", 100);
+    DBGrid2->addColumn("Vezető azonosító", "VezetöID", 130);
+    resize(1280, 780);
 }
 
 // Today's date; PickDone 0 as a picking form starts.
