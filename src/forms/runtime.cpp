@@ -25,6 +25,7 @@ struct State {
     int depth = 0;           // handlers running under run()
     int modalBase = 0;       // the depth at which the innermost modal form's events run
     QPointer<Form> pendingActivation;
+    int pendingBase = 0;     // the depth of the handler that opened the modal form
     ModalRunner runner;
     bool ending = false;
 };
@@ -96,7 +97,9 @@ void run(const std::function<void()>& handler) {
     }
     --s.depth;
     if (rethrowExit) throw ExitRequest{};
-    if (s.depth == s.modalBase && s.pendingActivation && !s.ending) {
+    // Only the handler that opened the modal form runs the caller's Activate at its end, not a
+    // handler inside a later modal form it opens (a loop of page forms).
+    if (s.depth == s.pendingBase && s.depth == s.modalBase && s.pendingActivation && !s.ending) {
         QPointer<Form> p = s.pendingActivation;
         s.pendingActivation = nullptr;
         if (p && p->isLoaded() && p->isShown() && s.active == p) run([p] { p->activate(); });
@@ -147,6 +150,7 @@ void resetRuntime() {
     s.modal.clear();
     s.active = nullptr;
     s.pendingActivation = nullptr;
+    s.pendingBase = 0;
     s.pointer = 0;
     s.depth = 0;
     s.modalBase = 0;
@@ -197,6 +201,7 @@ void showForm(Form& f, bool modal) {
                 // The caller's Activate comes once the handler that opened the modal form has run
                 // to its end, so that it reads a picker's hand-over first.
                 s.pendingActivation = caller;
+                s.pendingBase = s.modalBase;
             } else {
                 activateForm(*caller);
             }
