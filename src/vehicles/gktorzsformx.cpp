@@ -6,6 +6,7 @@
 #include <QDateEdit>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -14,6 +15,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <array>
+#include <map>
 
 #include "db/recordset.h"
 #include "forms/events.h"
@@ -253,33 +255,11 @@ void GKTorzsFormX::build() {
     place(2, "Text19", "Hajtáslánc olajcsere kilométer állása:", {Text19});
     Text20 = box("Text20");
     place(2, "Text20", "Vezérmű ékszíj olajcsere kilométer állása:", {Text20});
-    // the marks and keys under the third column
-    auto* marks = new QHBoxLayout;
+    // the marks under the third column
     Check1 = checkBox("Check1", "FIGYELMEZTETÉS");
     Check2 = checkBox("Check2", "ALVÁLLALKOZÓ");
-    marks->addWidget(Check1);
-    marks->addSpacing(12);
-    marks->addWidget(Check2);
-    marks->addStretch(1);
-    fields->addLayout(marks, rows[2]++, 9, 1, 2);
-    auto* keys = new QHBoxLayout;
-    keys->addWidget(label("Label24Caption", "recordID jármű"));
-    Label24 = label("Label24", "");
-    Label24->setMinimumWidth(50);
-    Label24->setFrameShape(QFrame::Panel);
-    Label24->setFrameShadow(QFrame::Sunken);
-    keys->addWidget(Label24);
-    Label21 = label("Label21", "");
-    keys->addWidget(Label21);
-    keys->addSpacing(12);
-    keys->addWidget(label("Label23Caption", "Tulajdonos azonosító:"));
-    Label23 = label("Label23", "");
-    Label23->setMinimumWidth(50);
-    Label23->setFrameShape(QFrame::Panel);
-    Label23->setFrameShadow(QFrame::Sunken);
-    keys->addWidget(Label23);
-    keys->addStretch(1);
-    fields->addLayout(keys, rows[2]++, 9, 1, 2);
+    fields->addWidget(Check1, rows[2], 8, Qt::AlignRight);
+    fields->addWidget(Check2, rows[2]++, 9);
     for (int c : {3, 7}) fields->setColumnMinimumWidth(c, 14);
     fields->setColumnStretch(11, 1);
 
@@ -294,6 +274,23 @@ void GKTorzsFormX::build() {
     line->addWidget(Text21);
     DTPicker5 = picker("DTPicker5");
     DTPicker5->setVisible(false);
+    line->addSpacing(24);
+    line->addWidget(label("Label24Caption", "recordID jármű"));
+    Label24 = label("Label24", "");
+    Label21 = label("Label21", "");
+    line->addSpacing(24);
+    auto* owner = label("Label23Caption", "Tulajdonos azonosító:");
+    Label23 = label("Label23", "");
+    for (auto* key : {Label24, Label23}) {
+        key->setMinimumWidth(60);
+        key->setFrameShape(QFrame::Panel);
+        key->setFrameShadow(QFrame::Sunken);
+    }
+    line->addWidget(Label24);
+    line->addWidget(Label21);
+    line->addSpacing(24);
+    line->addWidget(owner);
+    line->addWidget(Label23);
     line->addStretch(1);
     outer->addLayout(line);
 
@@ -384,7 +381,15 @@ void GKTorzsFormX::bindings() {
     d->bind(Label24, "recordID");
 
     DBGrid1->bind(JarmuvekData);
-    for (const char* c : GridColumns) DBGrid1->addColumn(c, c);
+    const QFontMetrics metrics(DBGrid1->horizontalHeader()->font());
+    // wide enough for the heading, and for the names and types a clerk reads
+    const std::map<std::string, int> texts = {{"GkTipus", 150}, {"GkVezetoNeve", 130}, {"PartnerNeve", 180},
+                                              {"Alvázszám", 150}, {"Motorszám", 120}};
+    for (const char* c : GridColumns) {
+        int width = std::max(70, metrics.horizontalAdvance(qs(c)) + 20);
+        if (auto it = texts.find(c); it != texts.end()) width = std::max(width, it->second);
+        DBGrid1->addColumn(c, c, width);
+    }
     DBGrid2->bind(Data1);
     DBGrid2->addColumn("GkFrsz", "GkFrsz", 90);
     DBGrid2->addColumn("GkTipus", "GkTipus", 120);
