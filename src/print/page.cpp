@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QFont>
 #include <QFontMetricsF>
+#include <QImage>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
@@ -44,7 +45,12 @@ QColor grayColor(double gray) {
     return QColor(v, v, v);
 }
 
-// The text cut at the box's right edge, as a label without word wrap shows it.
+// Texts are laid out with fonts K times the size in a painter space K times finer, so that the
+// metrics are those of a large font on every device (no rounding of tiny pixel sizes) and the
+// screen, the printer and the PDF cut and align a text alike.
+constexpr double K = 100;
+
+// The text cut at the box's right edge, as a label without word wrap shows it (width in K units).
 QString fit(const QString& s, const QFontMetricsF& fm, double width) {
     if (width <= 0 || fm.horizontalAdvance(s) <= width) return s;
     int lo = 0, hi = int(s.size());
@@ -58,16 +64,21 @@ QString fit(const QString& s, const QFontMetricsF& fm, double width) {
 
 void drawText(QPainter& p, const TextItem& t) {
     if (t.text.empty()) return;
-    QFont f = qfont(t.font, p.device());
-    p.setFont(f);
-    p.setPen(Qt::black);
+    PageFont big = t.font;
+    big.size *= K;
+    QFont f = qfont(big, p.device());
     QFontMetricsF fm(f, p.device());
-    QString s = fit(QString::fromStdString(t.text), fm, t.width);
-    double w = fm.horizontalAdvance(s);
+    QString s = fit(QString::fromStdString(t.text), fm, t.width * K);
+    double w = fm.horizontalAdvance(s) / K;
     double x = t.x;
     if (t.align == Align::Center) x = t.x + (t.width - w) / 2;
     else if (t.align == Align::Right) x = t.x + t.width - w;
-    p.drawText(QPointF(x, t.y + fm.ascent()), s);
+    p.save();
+    p.scale(1 / K, 1 / K);
+    p.setFont(f);
+    p.setPen(Qt::black);
+    p.drawText(QPointF(x * K, t.y * K + fm.ascent()), s);
+    p.restore();
 }
 
 PrintSink& sinkSlot() {
@@ -92,6 +103,24 @@ std::string defaultChooser(const std::string& suggested) {
 }
 
 }  // namespace
+
+double textWidth(const std::string& text, const PageFont& font) {
+    static QImage device = [] {
+        QImage img(1, 1, QImage::Format_RGB32);
+        img.setDotsPerMeterX(2835);  // 72 dpi
+        img.setDotsPerMeterY(2835);
+        return img;
+    }();
+    PageFont big = font;
+    big.size *= K;
+    QFont f = qfont(big, &device);
+    return QFontMetricsF(f, &device).horizontalAdvance(QString::fromStdString(text)) / K;
+}
+
+PageFont fitted(const std::string& text, PageFont font, double width, double minSize) {
+    while (font.size > minSize && textWidth(text, font) > width) font.size = std::max(minSize, font.size - 0.25);
+    return font;
+}
 
 void paintPage(QPainter& p, const Page& page) {
     p.save();

@@ -70,6 +70,11 @@ struct Page {
     std::vector<std::string> texts() const;
 };
 
+// The width of a text on paper, in points (layouts that must fit a text, e.g. column heads).
+double textWidth(const std::string& text, const PageFont& font);
+// The font made smaller (not under minSize) until the text fits the width.
+PageFont fitted(const std::string& text, PageFont font, double width, double minSize = 6.5);
+
 // Draws a page with the painter's current transformation: one unit = one point. The caller scales
 // (screen preview: pixels per point; printer: its resolution / 72).
 void paintPage(QPainter& painter, const Page& page);

@@ -188,7 +188,9 @@ ListPageForm::ListPageForm(std::string name, ListLayout layout)
     PageFont headFont = HeadingFont.withSize(std::min(HeadingFont.size, body.size));
     for (size_t i = 0; i < layout_.columns.size(); ++i)
         heads_.push_back(sheetLabel("Fej(" + std::to_string(i + 1) + ")", layout_.columns[i].heading, xs[i] + Pad,
-                                    ListHeadY, ws[i] - 2 * Pad, headFont, layout_.columns[i].align));
+                                    ListHeadY, ws[i] - 2 * Pad,
+                                    fitted(layout_.columns[i].heading, headFont, ws[i] - 2 * Pad),
+                                    layout_.columns[i].align));
     rule(left, ListRuleY, left + width, ListRuleY, 0.8, 0);
     double available = paperHeight() - Margin - ListFirstRowY;
     double rowHeight = std::min(24.0, available / layout_.rows);

@@ -346,7 +346,7 @@ Report tableReport(const std::string& name, const std::string& caption, const st
         const auto& c = columns[i];
         double w = width * (c.weight > 0 ? c.weight : 1) / total;
         std::string idx = std::to_string(i + 1);
-        r.PageHeader.label("Fej" + idx, c.caption, x + 2, 2, w - 4, head, c.align);
+        r.PageHeader.label("Fej" + idx, c.caption, x + 2, 2, w - 4, fitted(c.caption, head, w - 4), c.align);
         r.Detail.field("Mezo" + idx, c.field, x + 2, 2, w - 4, body, c.align, c.format);
         x += w;
     }
