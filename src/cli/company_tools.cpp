@@ -45,12 +45,13 @@ void printUsage(bool toError) {
     FILE* to = toError ? stderr : stdout;
     line(to, "Használat:");
     line(to, "  kerova                      a program az aktuális könyvtár cégadataival");
+    line(to, "  kerova demo [KÖNYVTÁR]      mintacég (ha nincs), majd a program benne");
     line(to, "  kerova demo-data KÖNYVTÁR   mintacég létrehozása (ha nincs)");
     line(to, "  kerova init [--sibling] KÖNYVTÁR   adatbázisok létrehozása");
     line(to, "  kerova check KÖNYVTÁR       hiányzó állományok, táblák, oszlopok listája");
     line(to, "  kerova sql ÁLLOMÁNY \"utasítás\"   egy SQL utasítás, eredmény TSV-ben");
     line(to, "  kerova jet tables|schema|export|dump|check ÁLLOMÁNY [TÁBLA]");
-    line(to, "  kerova bench-engine [KÖNYVTÁR] [SOROK]");
+    line(to, "  kerova bench-engine|bench-records|bench-start [KÖNYVTÁR] [SOROK]");
 }
 
 int initTool(const std::vector<std::string>& args) {

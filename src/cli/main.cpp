@@ -1,6 +1,8 @@
 // The kerova command: the program (no arguments, or `demo [DIR]`), the company tools (init, check,
 // sql, demo-data), the engine tools (`kerova jet ...`) and the benchmarks.
 #include <QApplication>
+#include <QTimer>
+#include <cstring>
 #include <cstdio>
 #include <filesystem>
 #include <cstdlib>
@@ -13,12 +15,44 @@
 #include "app/app.h"
 #include "company/demo.h"
 #include "db/database.h"
+#include "forms/dialogs.h"
+#include "forms/form.h"
+#include "forms/runtime.h"
 
 namespace {
+
+// Peak resident memory of this process in KiB (VmHWM).
+long peakRssKb() {
+    std::FILE* f = std::fopen("/proc/self/status", "r");
+    if (!f) return -1;
+    char line[256];
+    long kb = -1;
+    while (std::fgets(line, sizeof line, f))
+        if (std::strncmp(line, "VmHWM:", 6) == 0) kb = std::atol(line + 6);
+    std::fclose(f);
+    return kb;
+}
+
+// Under `kerova bench-start`: messages are answered at once; once the main form is up the program
+// says "shown", opens the vehicle form, reports its peak memory and ends.
+void benchStartHooks() {
+    forms::setDialogs(std::make_unique<forms::ScriptedDialogs>());
+    QTimer::singleShot(0, [] {
+        std::printf("shown\n");
+        std::printf("rss-main %ld\n", peakRssKb());
+        std::fflush(stdout);
+        forms::run([] { forms::get("GKTorzsFormX").Show(); });
+        QCoreApplication::processEvents();
+        std::printf("rss %ld\n", peakRssKb());
+        std::fflush(stdout);
+        std::_Exit(0);
+    });
+}
 
 int startProgram(int argc, char** argv) {
     QApplication application(argc, argv);
     db::setWorkingFolder(std::filesystem::current_path());
+    if (std::getenv("KEROVA_BENCH_START")) benchStartHooks();
     return app::run(application);
 }
 
@@ -53,13 +87,14 @@ int main(int argc, char** argv) {
     if (command == "check") return kerova::checkTool(rest);
     if (command == "sql") return kerova::sqlTool(rest);
     if (command == "demo-data") return kerova::demoDataTool(rest);
-    if (command == "bench-engine" || command == "bench-records") {
+    if (command == "bench-engine" || command == "bench-records" || command == "bench-start") {
         std::string dir = rest.size() > 0 ? rest[0] : "bench";
         int rows = rest.size() > 1 ? std::atoi(rest[1].c_str()) : 200000;
         if (rows < 1) {
             std::fprintf(stderr, "kerova %s: ROWS must be a positive number\n", command.c_str());
             return 2;
         }
+        if (command == "bench-start") return kerova::benchStart(dir, rows);
         return command == "bench-engine" ? kerova::benchEngine(dir, rows) : kerova::benchRecords(dir, rows);
     }
     if (command == "-h" || command == "--help" || command == "help") {
