@@ -43,6 +43,7 @@ PageForm::PageForm(std::string name, std::string caption, double paperWidth, dou
     c2->setToolTip(QStringLiteral("Ennek az oldalnak a nyomtatása"));
     c3->setToolTip(QStringLiteral("A nyomtatás befejezése"));
     pdf->setToolTip(QStringLiteral("Az oldal mentése PDF állományba"));
+    c1->setDefault(true);  // Enter goes on to the next page
     forms::onClick(c1, [this] { Command1_Click(); });
     forms::onClick(c2, [this] { Command2_Click(); });
     forms::onClick(c3, [this] { Command3_Click(); });
@@ -61,6 +62,19 @@ PageForm::PageForm(std::string name, std::string caption, double paperWidth, dou
     layout->addLayout(buttons);
     QSize paper = paper_->sizeHint();
     resize(paper.width() + 30, std::min(paper.height() + 70, 960));
+    // the next page opens where the last one stood
+    auto it = lastGeometry().find(this->name());
+    if (it != lastGeometry().end()) setGeometry(it->second);
+}
+
+std::map<std::string, QRect>& PageForm::lastGeometry() {
+    static std::map<std::string, QRect> m;
+    return m;
+}
+
+void PageForm::hideEvent(QHideEvent* e) {
+    if (isVisible() || testAttribute(Qt::WA_WState_Visible)) lastGeometry()[name()] = geometry();
+    forms::Form::hideEvent(e);
 }
 
 QLabel* PageForm::sheetLabel(const std::string& labelName, const std::string& caption, double x, double y,

@@ -85,8 +85,10 @@ protected:
                        double width, PageFont font, Align align = Align::Left);
     // A fixed line of the sheet.
     void rule(double x1, double y1, double x2, double y2, double stroke = 0.5, double gray = 0);
+    void hideEvent(QHideEvent* e) override;
 
 private:
+    static std::map<std::string, QRect>& lastGeometry();
     void setButtonsVisible(bool visible);
 
     double paperWidth_, paperHeight_;

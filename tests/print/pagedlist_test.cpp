@@ -75,8 +75,8 @@ TEST_F(PrintTest, MegseOnAnyPageStopsTheWholeList) {
     EXPECT_EQ(Globals::PrintCancelled, 1);
     EXPECT_EQ(forms::find("UttavNyomFormX"), nullptr);  // unloaded
 
-    // the next run starts afresh: Form_Load puts the flag back to 0
-    onPage({"Command1"});
+    // the next run starts afresh: Form_Load puts the flag back to 0; the close box goes on
+    onPage({"close"});
     onPage({"Command1"});
     onPage({"Command1"});
     EXPECT_EQ(list.run(), Outcome::Done);
