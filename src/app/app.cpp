@@ -13,6 +13,7 @@
 #include "trips/module.h"
 #include "vehicles/module.h"
 #include "workshop/module.h"
+#include "invoices/module.h"
 
 namespace app {
 
@@ -26,6 +27,7 @@ void registerAllForms() {
     trips::registerForms();
     partners::registerForms();
     workshop::registerForms();
+    invoices::registerForms();
 }
 
 int run(QApplication& application) {
