@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "db/recordset.h"
+#include "forms/datacontrol.h"
 #include "forms/events.h"
 #include "forms/grid.h"
 #include "forms/runtime.h"
@@ -74,6 +75,7 @@ BeraktarozokFormX::BeraktarozokFormX() : RecordForm("BeraktarozokFormX", "Beszá
     Text12 = textBox("Text12");
     Label14 = label("Label14", "");
     Label14->setFrameShape(QFrame::StyledPanel);
+    Label14->setProperty(forms::LabelWritesBack, true);
     Label14->setFixedWidth(70);
     Label14->setMinimumHeight(Text1->sizeHint().height());
 
@@ -366,19 +368,7 @@ void BeraktarozokFormX::DBGrid2_DblClick() {
         return;
     }
     std::string text = vb::nullToText(mark);
-    forms::setText(Label14, text);
-    if (!onRecord(Beraktarozok)) return;
-    // a label writes nothing back by itself: the mark goes to the row at once
-    if (!resume([&] {
-            auto& r = Beraktarozok->rs();
-            r.Edit();
-            r.Fields("BerOrszag").setValue(text.empty() ? vb::Variant(vb::Null{}) : vb::Variant(text));
-            r.Update();
-        })) {
-        Err.Clear();
-        Beep();
-    }
-    DBGrid1->Refresh();
+    forms::setText(Label14, text);  // stored with the row at the next move, as a bound label
 }
 
 void BeraktarozokFormX::DBGrid1_HeadClick(int column) { headerSort(Beraktarozok, DBGrid1, column); }

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "db/recordset.h"
+#include "forms/datacontrol.h"
 #include "forms/events.h"
 #include "forms/globals.h"
 #include "forms/grid.h"
@@ -123,6 +124,7 @@ CimzettForm::CimzettForm() : RecordForm("CimzettForm", "Partnertörzs - Vevők (
     Text1->setReadOnly(true);
     Label14 = label("Label14", "");
     Label14->setFrameShape(QFrame::StyledPanel);
+    Label14->setProperty(forms::LabelWritesBack, true);
     Label14->setMinimumHeight(Text2->sizeHint().height());
     CimzettData->bind(Label14, "cimorszag");
     place(n++, "Label14", "Ország jelzése:", Label14);
@@ -420,19 +422,7 @@ void CimzettForm::DBGrid2_DblClick() {
         return;
     }
     std::string text = vb::nullToText(mark);
-    forms::setText(Label14, text);
-    if (!onRecord(CimzettData)) return;
-    // a label writes nothing back by itself: the mark goes to the row at once
-    if (!resume([&] {
-            auto& r = CimzettData->rs();
-            r.Edit();
-            r.Fields("CimOrszag").setValue(text.empty() ? vb::Variant(vb::Null{}) : vb::Variant(text));
-            r.Update();
-        })) {
-        Err.Clear();
-        Beep();
-    }
-    DBGrid1->Refresh();
+    forms::setText(Label14, text);  // stored with the row at the next move, as a bound label
 }
 
 // "Átadás": the current customer into the shared slots, then the form closes as under "Kilépés".

@@ -49,7 +49,7 @@ TEST_F(CountriesTest, NewRowsSweepTheBlankOnesAndTheExitSweepsSilently) {
     EXPECT_TRUE(dialogs->log.empty());
 
     type(f, "Text1", "sk");  // nothing forces capitals
-    type(f, "Text2", "Szlovákia");
+    forms::setText(f.Text2, "Szlovákia");
     click(f, "Command1");  // save stores the pending edit and stays on the row
     EXPECT_EQ(marks(), (std::vector<std::string>{"H", "sk"}));
     EXPECT_EQ(textOf(f, "Text2"), "Szlovákia");
@@ -75,7 +75,7 @@ TEST_F(CountriesTest, SaveOnAnEmptyTableMakesARowAndDeleteAsks) {
     click(f, "OKMentes");
     EXPECT_EQ(marks(), std::vector<std::string>{""});
     type(f, "Text1", "D");
-    type(f, "Text2", "Németország");
+    forms::setText(f.Text2, "Németország");
     click(f, "Command1");
     dialogs->answers = {vb::vbNo, vb::vbYes};
     click(f, "Command3");
@@ -93,11 +93,13 @@ TEST_F(CountriesTest, ArchiveAndRestoreDoubleOnNo) {
     country("H", "Magyarország");
     country("A", "Ausztria");
     auto& f = open();
-    click(f, "Command5");  // an empty archive: the notice, nothing restored
-    ASSERT_EQ(dialogs->log.size(), 1u);
-    EXPECT_EQ(dialogs->log[0].text, "Nincs archívum! Nem lehet adatot visszatölteni!");
-    EXPECT_EQ(dialogs->log[0].style, vb::vbOKOnly);
-    EXPECT_EQ(dialogs->log[0].title, "FIGYELEM!");
+    click(f, "Command5");  // an empty archive: a beep, the notice, nothing restored
+    auto m = boxes(*dialogs);
+    ASSERT_EQ(m.size(), 1u);
+    EXPECT_EQ(m[0].text, "Nincs archívum! Nem lehet adatot visszatölteni!");
+    EXPECT_EQ(m[0].style, vb::vbOKOnly);
+    EXPECT_EQ(m[0].title, "FIGYELEM!");
+    EXPECT_EQ(dialogs->beeps(), 1);
     dialogs->clear();
 
     click(f, "OMent");  // into an empty archive: no question
@@ -105,8 +107,8 @@ TEST_F(CountriesTest, ArchiveAndRestoreDoubleOnNo) {
     EXPECT_EQ(archive(), (std::vector<std::string>{"H", "A"}));
     dialogs->answers = {vb::vbNo};
     click(f, "Command4");  // "No" appends behind: the archive doubles
-    EXPECT_EQ(dialogs->log[0].text, "Törli véglegesen az archív táblában az adatokat?");
-    EXPECT_EQ(dialogs->log[0].title, "FIGYELEM! VISSZAVONHATATLAN TÖRLÉS vagy adathozzáfűzés!");
+    EXPECT_EQ(boxes(*dialogs).at(0).text, "Törli véglegesen az archív táblában az adatokat?");
+    EXPECT_EQ(boxes(*dialogs).at(0).title, "FIGYELEM! VISSZAVONHATATLAN TÖRLÉS vagy adathozzáfűzés!");
     EXPECT_EQ(archive(), (std::vector<std::string>{"H", "A", "H", "A"}));
     dialogs->answers = {vb::vbYes};
     click(f, "Command4");
@@ -115,7 +117,7 @@ TEST_F(CountriesTest, ArchiveAndRestoreDoubleOnNo) {
     dialogs->clear();
     dialogs->answers = {vb::vbNo};
     click(f, "OTolt");  // "No" keeps the master: it doubles
-    EXPECT_EQ(dialogs->log[0].text, "Törli=Igen és/vagy Hozzáfűzi=Nem a törzstáblában az adatokat?");
+    EXPECT_EQ(boxes(*dialogs).at(0).text, "Törli=Igen és/vagy Hozzáfűzi=Nem a törzstáblában az adatokat?");
     EXPECT_EQ(marks(), (std::vector<std::string>{"H", "A", "H", "A"}));
     EXPECT_EQ(f.DBGrid1->model()->rowCount(), 4);
     dialogs->answers = {vb::vbYes};

@@ -45,10 +45,11 @@ protected:
     }
     std::vector<std::string> names() { return column("Kerova.dsb", "beraktar", "BerNev"); }
     void expectMessage(size_t i, const std::string& text, int style, const std::string& title) {
-        ASSERT_GT(dialogs->log.size(), i);
-        EXPECT_EQ(dialogs->log[i].text, text);
-        EXPECT_EQ(dialogs->log[i].style, style);
-        EXPECT_EQ(dialogs->log[i].title, title);
+        auto m = boxes(*dialogs);
+        ASSERT_GT(m.size(), i);
+        EXPECT_EQ(m[i].text, text);
+        EXPECT_EQ(m[i].style, style);
+        EXPECT_EQ(m[i].title, title);
     }
     std::vector<Entry> messages() {
         std::vector<Entry> out;
@@ -78,8 +79,8 @@ TEST_F(PartnerMasterTest, OpensOnTheLastPartnerWithItsFieldsAndFilters) {
     EXPECT_EQ(dialogs->beeps(), 2);
     type(f, "Text6", "06 1/234");
     EXPECT_EQ(textOf(f, "Text6"), "061234");
-    type(f, "Text11", "Kovács Ödön");  // the contact takes any text
-    EXPECT_EQ(textOf(f, "Text11"), "Kovács Ödön");
+    type(f, "Text11", "Kiss Pal");  // the contact takes any text
+    EXPECT_EQ(textOf(f, "Text11"), "Kiss Pal");
     focus(f, "Text2");
     EXPECT_EQ(forms::backColor(f.Text2), forms::FocusColor);
     focus(f, "Text4");
@@ -185,6 +186,7 @@ TEST_F(PartnerMasterTest, SearchesAndTheCountryMark) {
     QTest::mouseDClick(f.DBGrid2->viewport(), Qt::LeftButton, {},
                        f.DBGrid2->visualRect(f.DBGrid2->model()->index(0, 0)).center());
     EXPECT_EQ(textOf(f, "Label14"), "H");
+    click(f, "Command4");  // stored with the row, as any bound box
     EXPECT_EQ(column("Kerova.dsb", "beraktar", "BerOrszag"), (std::vector<std::string>{"<null>", "H", "<null>"}));
 }
 
@@ -327,13 +329,16 @@ TEST_F(PartnerMasterTest, TheListGivesPagesOf22LinesWithTheSecondHeading) {
 
 TEST_F(PartnerMasterTest, ThousandsOfPartnersOpenAtOnce) {
     {
-        auto rs = db::Database::open("Kerova.dsb")->OpenRecordset("beraktar");
-        for (int i = 1; i <= 5000; ++i) {
-            rs->AddNew();
-            rs->set("recordID", int32_t(i));
-            rs->set("BerNev", "Partner " + std::to_string(i));
-            rs->Update();
-        }
+        auto db = db::Database::open("Kerova.dsb");
+        auto rs = db->OpenRecordset("beraktar");
+        db->batch([&] {  // one commit
+            for (int i = 1; i <= 5000; ++i) {
+                rs->AddNew();
+                rs->set("recordID", int32_t(i));
+                rs->set("BerNev", "Partner " + std::to_string(i));
+                rs->Update();
+            }
+        });
     }
     QElapsedTimer t;
     t.start();

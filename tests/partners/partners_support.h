@@ -39,6 +39,14 @@ inline std::vector<std::string> column(const std::string& file, const std::strin
 // The actions written to the action log, in order.
 inline std::vector<std::string> logged() { return column("Regiszt.dsb", "Regisztrálás", "Esemény"); }
 
+// The message boxes shown (beeps left out).
+inline std::vector<forms::ScriptedDialogs::Entry> boxes(const forms::ScriptedDialogs& d) {
+    std::vector<forms::ScriptedDialogs::Entry> out;
+    for (auto& e : d.log)
+        if (e.kind == forms::ScriptedDialogs::Entry::Message) out.push_back(e);
+    return out;
+}
+
 inline vb::Variant s(const char* text) { return std::string(text); }
 
 }  // namespace partners_test
