@@ -52,6 +52,7 @@ KerovaForm::KerovaForm() : RecordForm("KerovaForm", "Üzemanyagköltség kalkul�
     Kilepes = button("Kilepes", "Kilépés");
     Kilepes->setMinimumWidth(110);
     grid->addWidget(Kilepes, row, 1, Qt::AlignRight);
+    grid->setRowStretch(row + 1, 1);
 
     forms::focusColors({TxtTavolsag, TxtFogyasztas, TxtBenzinar});
     for (auto* t : {TxtTavolsag, TxtFogyasztas, TxtBenzinar}) forms::onChange(t, [this] { Recompute(); });

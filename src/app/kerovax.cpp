@@ -4,6 +4,7 @@
 #include <QDateEdit>
 #include <QDesktopServices>
 #include <QEvent>
+#include <QFontMetrics>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -101,7 +102,11 @@ KerovaX::KerovaX() : RecordForm("KerovaX", std::string("Kerova ") + Version) {
     for (auto* l : {Label7, Label8, Label9, Label10}) l->setVisible(false);
 
     DBGrid1->bind(JarmuData);
-    for (const char* c : GridColumns) DBGrid1->addColumn(c, c);
+    // Each column as wide as its heading, so that the column names read in full.
+    QFontMetrics heading(DBGrid1->horizontalHeader()->font());
+    for (const char* c : GridColumns)
+        DBGrid1->addColumn(c, c, std::max(std::string(c) == "GkTipus" || std::string(c) == "PartnerNeve" ? 170 : 95,
+                                          heading.horizontalAdvance(qs(c)) + 28));
 
     using forms::onClick;
     onClick(UtTav, [this] { openFromMenu("GkUtakTavolsagaTorzsFormX"); });
@@ -210,6 +215,7 @@ void KerovaX::buildLayout(QMenuBar* bar) {
 
     info->addWidget(Label3, 0, 0, 1, 2);
     info->addWidget(Label4, 0, 2, 1, 3);
+    Text1->setMinimumWidth(360);
     info->addWidget(Text1, 1, 0, 1, 3);
     info->addWidget(DTPicker1, 1, 3, 1, 2, Qt::AlignRight);
     info->addWidget(Label13, 2, 0);
@@ -227,7 +233,6 @@ void KerovaX::buildLayout(QMenuBar* bar) {
     GridCaption->setStyleSheet("color: #b00000;");
     DBGrid1 = grid("DBGrid1");
     DBGrid1->setMinimumHeight(180);
-    DBGrid1->horizontalHeader()->setDefaultSectionSize(120);
     top->addWidget(GridCaption);
     top->addWidget(DBGrid1, 1);
 

@@ -80,8 +80,9 @@ ParameterFormX::ParameterFormX() : RecordForm("ParameterFormX", "Paraméter adat
     }
     // The long captions of the warning grid wrap in a taller heading.
     DBGrid1->horizontalHeader()->setDefaultAlignment(Qt::Alignment(Qt::AlignCenter | Qt::TextWordWrap));
-    DBGrid1->horizontalHeader()->setMinimumHeight(2 * DBGrid1->fontMetrics().height() + 10);
-    DBGrid1->setFixedHeight(2 * DBGrid1->fontMetrics().height() + 10 + 3 * (DBGrid1->fontMetrics().height() + 6));
+    int line = DBGrid1->fontMetrics().height();
+    DBGrid1->horizontalHeader()->setFixedHeight(3 * line + 10);
+    DBGrid1->setFixedHeight(3 * line + 10 + 3 * (line + 6));
     DBGrid2->setFixedHeight(DBGrid2->fontMetrics().height() + 12 + 3 * (DBGrid2->fontMetrics().height() + 6));
 
     Check1 = checkBox("Check1", "Görgetés adatoknál (állandó)");

@@ -71,16 +71,6 @@ TEST_F(MainFormTest, StartUpLoadsTheSettingsFromTheLastRowsAndMakesTheAllowanceR
     EXPECT_EQ(forms::MousePointer(), vb::vbArrow);
 }
 
-TEST_F(MainFormTest, TheAllowanceShowsWithTheDecimalCommaAndANullOneKeepsTheFormerValue) {
-    insert("parameter.dsb", "Egyebek", {{"Napidíj", 7.5}, {"NapidíjDevizanem", std::string("EUR")}});
-    auto& f = startMain();
-    EXPECT_EQ(Globals::FixedAllowance, 7.5);
-    EXPECT_EQ(Globals::FixedAllowanceCurrency, "EUR");
-    EXPECT_EQ(textOf(f, "Label16"), "7,5");
-    EXPECT_EQ(textOf(f, "Label17"), "EUR");
-    EXPECT_EQ(Globals::FixedUnit, "");
-}
-
 TEST_F(MainFormTest, TheLimitIsTodayMinusNDaysAndTheCaughtVehiclesStayMarked) {
     limits({10, 0, 0, 0, 0, 0, 0, 0, 0, 0});
     vehicle(1, "AAA111", {{"MuszakiVizsgaDatum", daysFromToday(-9)}});
@@ -245,16 +235,6 @@ TEST_F(MainFormTest, KilepesAndTheCloseBoxEndTheProgram) {
     g.close();
     EXPECT_EQ(dialogs->exits, 2);
     EXPECT_FALSE(g.isLoaded());
-}
-
-TEST_F(MainFormTest, AClickOnTheReleaseLineOpensTheMakersAddress) {
-    std::string opened;
-    auto saved = KerovaX::openAddress;
-    KerovaX::openAddress = [&](const std::string& a) { opened = a; };
-    auto& f = startMain();
-    QTest::mouseClick(f.control<QWidget>("Text1"), Qt::LeftButton);
-    KerovaX::openAddress = saved;
-    EXPECT_EQ(opened, KerovaX::WebAddress);
 }
 
 }  // namespace
