@@ -1,0 +1,379 @@
+// The fuel invoice register: opening, new rows, saving and bad numbers, the copies of seller and
+// vehicle by position, the price hand-over to the trip form, delete, searches, sorting, size.
+#include <QDateEdit>
+#include <QElapsedTimer>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QTest>
+
+#include "db/database.h"
+#include "db/recordset.h"
+#include "forms/events.h"
+#include "forms/globals.h"
+#include "forms/grid.h"
+#include "gui/support.h"
+#include "invoices/UzemanyagSzamlaFormX.h"
+#include "invoices/module.h"
+#include "vb/clock.h"
+#include "vb/constants.h"
+#include "vb/conv.h"
+#include "vb/funcs.h"
+
+using invoices::UzemanyagSzamlaFormX;
+using Entry = forms::ScriptedDialogs::Entry;
+
+namespace {
+
+using Row = std::vector<vb::Variant>;
+const vb::Variant Nul = vb::Null{};
+vb::Variant s(const char* t) { return std::string(t); }
+
+class InvoiceTest : public kerova_test::GuiTest {
+protected:
+    void SetUp() override {
+        GuiTest::SetUp();
+        invoices::registerForms();
+    }
+    UzemanyagSzamlaFormX& open() {
+        forms::get("UzemanyagSzamlaFormX").Show();
+        return static_cast<UzemanyagSzamlaFormX&>(form("UzemanyagSzamlaFormX"));
+    }
+    static std::unique_ptr<db::Recordset> table(const std::string& source) {
+        return db::Database::open("Kerova.dsb")->OpenRecordset(source);
+    }
+    // Every row of a source as its values, in stored order.
+    static std::vector<Row> rows(const std::string& source) {
+        auto rs = table(source);
+        std::vector<Row> out;
+        if (rs->RecordCount() == 0) return out;
+        for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext()) {
+            Row r;
+            for (size_t i = 0; i < rs->FieldCount(); ++i) r.push_back(rs->value(i));
+            out.push_back(r);
+        }
+        return out;
+    }
+    static std::string text(const vb::Variant& v) { return vb::isNull(v) ? "<null>" : vb::CStr(v); }
+    std::vector<Entry> boxes() {
+        std::vector<Entry> out;
+        for (auto& e : dialogs->log)
+            if (e.kind == Entry::Message) out.push_back(e);
+        return out;
+    }
+    void expectBox(const std::string& text, int style, const std::string& title) {
+        auto b = boxes();
+        ASSERT_FALSE(b.empty());
+        EXPECT_EQ(b.back().text, text);
+        EXPECT_EQ(b.back().style, style);
+        EXPECT_EQ(b.back().title, title);
+    }
+    static void doubleClick(forms::DBGrid* g, int row) {
+        QPoint at = g->visualRect(g->model()->index(row, 0)).center();
+        QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(g->viewport(), Qt::LeftButton, {}, at);
+    }
+    // Two small partners and vehicles and one invoice, each column set so that a shifted copy shows.
+    void smallCompany() {
+        initCompany();
+        auto p = table("beraktar");
+        for (int i = 1; i <= 2; ++i) {
+            p->AddNew();
+            for (int c = 0; c < 13; ++c)
+                p->setValue(c, c == 9 ? vb::Variant(int32_t(i)) : vb::Variant("P" + std::to_string(i) + "-" + std::to_string(c)));
+            p->set("Cégnév", s("nem másolt"));
+            p->Update();
+        }
+        auto v = table("Jarmuvek");
+        for (int i = 1; i <= 2; ++i) {
+            v->AddNew();
+            v->set("GkFrsz", "ABC-00" + std::to_string(i));
+            v->set("GkTipus", s("Rába"));
+            v->set("GkForgalombahelyezve", vb::DateSerial(2020, 3, i));
+            v->set("FogyasztásLiter100", 30.5 + i);
+            v->set("recordID", int32_t(i));
+            v->set("CascoHaviDija", 12000.0);
+            v->set("JelenlegiKmAllas", 150000.0 + i);
+            v->Update();
+        }
+        auto z = table("SZAMLA");
+        z->AddNew();
+        z->set("SZAMLASOR", int32_t(77));
+        z->set("NETTO_EGYS", 480.5);
+        z->set("MEGNEVEZES", s("Gázolaj"));
+        z->Update();
+    }
+};
+
+TEST_F(InvoiceTest, OpensOnTheNewestInvoiceOfTheDemoCompany) {
+    demoCompany();
+    auto all = rows("SZAMLA");
+    ASSERT_GT(all.size(), 10u);
+    auto& f = open();
+    EXPECT_EQ(f.windowTitle().toStdString(), "Bejövő számlák nyilvántartása - Kerova");
+    EXPECT_TRUE(f.Frame1->isVisible());
+    auto rs = table("SZAMLA");
+    rs->MoveLast();
+    EXPECT_EQ(textOf(f, "Text1"), vb::CStr(rs->get("SZAMLASOR")));
+    EXPECT_EQ(textOf(f, "Text7"), vb::CStr(rs->get("NETTO_EGYS")));
+    EXPECT_EQ(textOf(f, "Text2"), vb::CStr(rs->get("MEGNEVEZES")));
+    EXPECT_EQ(textOf(f, "Text3"), vb::CStr(rs->get("VTSZ")));
+    EXPECT_EQ(f.DBGrid3->model()->rowCount(), int(all.size()));
+    EXPECT_EQ(f.DBGrid3->Row(), int(all.size()) - 1);
+    EXPECT_EQ(f.DBGrid2->model()->headerData(0, Qt::Horizontal).toString().toStdString(), "FRSZ");
+    EXPECT_EQ(f.DBGrid2->model()->headerData(1, Qt::Horizontal).toString().toStdString(), "Típus");
+    for (int c = 0; c < f.DBGrid3->columnCount(); ++c) EXPECT_NE(f.DBGrid3->DataField(c), "VTSZ");
+    EXPECT_EQ(textOf(f, "Text5Caption"), "Mennyiség és mennyiségi egység:");
+
+    // letters never reach the number boxes; the minus only where an amount may be negative
+    forms::setText(f.Text7, "");
+    type(f, "Text7", "4a9-2,5");
+    EXPECT_EQ(textOf(f, "Text7"), "49-2,5");
+    forms::setText(f.Text4, "");
+    type(f, "Text4", "-27,x");
+    EXPECT_EQ(textOf(f, "Text4"), "27,");
+    forms::setText(f.Text1, "");
+    type(f, "Text1", "2026,1");
+    EXPECT_EQ(textOf(f, "Text1"), "20261");
+    EXPECT_EQ(dialogs->beeps(), 4);
+    focus(f, "Text9");
+    EXPECT_EQ(forms::backColor(f.Text9), forms::FocusColor);
+}
+
+TEST_F(InvoiceTest, AnEmptyRegisterHidesTheFrameAndHandsNothingOver) {
+    initCompany();
+    Globals::FuelPriceTransfer = 7;
+    auto& f = open();
+    EXPECT_FALSE(f.Frame1->isVisible());
+    EXPECT_TRUE(rows("SZAMLA").empty());  // no row of its own on opening
+    click(f, "AtadasS");
+    expectBox("Nincs adat, vagy nem áll adatsoron!", vb::vbExclamation, "FIGYELEM! Jelöljön ki számla adatsort!");
+    EXPECT_EQ(Globals::FuelPriceTransfer, 7);
+    EXPECT_TRUE(f.isLoaded());
+    click(f, "Torles");
+    EXPECT_EQ(boxes().size(), 2u);
+    // searches, print and the copies do nothing on an empty register (no input box is asked)
+    for (const char* c : {"Command1", "Command2", "SzNyom", "Command3"}) click(f, c);
+    QTest::mouseClick(f.Label1, Qt::LeftButton);
+    EXPECT_EQ(boxes().size(), 2u);
+}
+
+TEST_F(InvoiceTest, ANewInvoiceIsStoredAtOnceAndItsBoxesOnSave) {
+    initCompany();
+    vb::clock::setFixed(vb::DateSerial(2026, 11, 23));
+    auto& f = open();
+    click(f, "UjSzamla");
+    ASSERT_EQ(rows("SZAMLA").size(), 1u);  // before anything is typed
+    EXPECT_TRUE(f.Frame1->isVisible());
+    EXPECT_EQ(f.DTPicker1->date(), QDate(2026, 11, 23));
+    type(f, "Text1", "20260042");
+    type(f, "Text2", "Gázolaj (diesel)");
+    type(f, "Text4", "27");
+    type(f, "Text5", "312,5");
+    type(f, "Text6", "l");
+    type(f, "Text7", "501,25");
+    type(f, "Text8", "1,5");
+    type(f, "Text9", "156640,63");
+    type(f, "Text10", "HUF");
+    type(f, "Text3", "27101943");
+    click(f, "Command3");
+    auto rs = table("SZAMLA");
+    rs->MoveFirst();
+    EXPECT_EQ(text(rs->get("SZAMLASOR")), "20260042");
+    EXPECT_EQ(text(rs->get("MEGNEVEZES")), "Gázolaj (diesel)");
+    EXPECT_EQ(vb::CDbl(rs->get("MENNYISEG")), 312.5);
+    EXPECT_EQ(vb::CDbl(rs->get("NETTO_EGYS")), 501.25);
+    EXPECT_EQ(vb::CDbl(rs->get("ENGEDMENY")), 1.5);
+    EXPECT_EQ(text(rs->get("PENZNEM")), "HUF");
+    EXPECT_EQ(text(rs->get("VTSZ")), "27101943");
+    EXPECT_EQ(text(rs->get("SZML_KELTE")), "2026.11.23.");
+    EXPECT_EQ(text(rs->get("NETTO_ERTE")), "156640,63");  // as typed: nothing is computed
+    EXPECT_EQ(text(rs->get("BerNev")), "<null>");
+    // a second new row: the first keeps its values, the empty one stays
+    click(f, "UjSzamla");
+    click(f, "Kilepes");
+    EXPECT_EQ(rows("SZAMLA").size(), 2u);
+    EXPECT_EQ(dialogs->beeps(), 0);
+}
+
+TEST_F(InvoiceTest, ValuesTheColumnsCannotTakeLeaveTheRowWhole) {
+    smallCompany();
+    auto& f = open();
+    forms::setText(f.Text2, "Benzin");  // a paste passes the key filter
+    forms::setText(f.Text7, "négyszáz");
+    click(f, "Command3");
+    EXPECT_EQ(dialogs->beeps(), 1);
+    auto z = table("SZAMLA");
+    z->MoveFirst();
+    EXPECT_EQ(text(z->get("MEGNEVEZES")), "Gázolaj");  // not half written
+    EXPECT_EQ(vb::CDbl(z->get("NETTO_EGYS")), 480.5);
+    EXPECT_EQ(textOf(f, "Text7"), "négyszáz");          // kept for correcting
+    forms::setText(f.Text7, "");
+    forms::setText(f.Text1, "99999999999");             // beyond the invoice number's range
+    click(f, "Command3");
+    EXPECT_EQ(dialogs->beeps(), 2);
+    forms::setText(f.Text1, "78");
+    click(f, "Command3");
+    z = table("SZAMLA");
+    z->MoveFirst();
+    EXPECT_EQ(text(z->get("SZAMLASOR")), "78");
+    EXPECT_EQ(text(z->get("MEGNEVEZES")), "Benzin");
+    EXPECT_EQ(text(z->get("NETTO_EGYS")), "<null>");
+    EXPECT_EQ(dialogs->beeps(), 2);
+}
+
+TEST_F(InvoiceTest, SellerAndVehicleAreCopiedByPositionEachLeavingTheOtherAlone) {
+    smallCompany();
+    auto& f = open();
+    type(f, "Text2", " 95");  // a pending edit of the invoice's own box survives the copies
+    doubleClick(f.DBGrid1, 1);
+    expectBox("Helyettesíthető a számla adat?", vb::vbYesNo + vb::vbQuestion, "Adatbevitel-korrekció");
+    Row inv = rows("SZAMLA")[0], seller = rows("beraktar")[1];
+    for (int c = 0; c < 13; ++c) EXPECT_EQ(text(inv[c]), text(seller[c])) << c;
+    for (int c = 13; c < 30; ++c) EXPECT_EQ(text(inv[c]), "<null>") << c;
+    EXPECT_EQ(text(table("SZAMLA")->get("MEGNEVEZES")), "Gázolaj 95");
+
+    dialogs->answers = {vb::vbYes};
+    doubleClick(f.DBGrid2, 0);
+    inv = rows("SZAMLA")[0];
+    Row vehicle = rows("Jarmuvek")[0];
+    for (int c = 13; c < 30; ++c) EXPECT_EQ(text(inv[c]), text(vehicle[c - 13])) << c;
+    for (int c = 0; c < 13; ++c) EXPECT_EQ(text(inv[c]), text(seller[c])) << c;
+    EXPECT_EQ(text(inv[13]), "ABC-001");
+    EXPECT_EQ(vb::CDbl(inv[25]), 1.0);  // the vehicle's recordID lands at position 25
+    EXPECT_EQ(text(table("SZAMLA")->get("NETTO_EGYS")), "480,5");
+
+    // "Nem" replaces nothing; the question is asked again for a row that has a seller
+    dialogs->answers = {vb::vbNo};
+    doubleClick(f.DBGrid1, 0);
+    EXPECT_EQ(text(rows("SZAMLA")[0][0]), "P2-0");
+    EXPECT_EQ(boxes().size(), 3u);
+    EXPECT_EQ(dialogs->beeps(), 3);
+    EXPECT_EQ(textOf(f, "Text7"), "480,5");
+}
+
+TEST_F(InvoiceTest, TheNetUnitPriceGoesToTheTripFormAsTheBoxShowsIt) {
+    smallCompany();
+    auto z = table("SZAMLA");
+    z->AddNew();
+    z->set("SZAMLASOR", int32_t(78));
+    z->set("NETTO_EGYS", 502.0);
+    z->Update();
+    // the trip form's way: clear the slot, open modally, read the slot
+    auto openFromTrip = [&](std::function<void(UzemanyagSzamlaFormX&)> drive) {
+        forms::setModalRunner([drive](forms::Form& f) { drive(static_cast<UzemanyagSzamlaFormX&>(f)); });
+        Globals::FuelPriceTransfer = 0;
+        forms::get("UzemanyagSzamlaFormX").Show(true);
+        forms::setModalRunner([](forms::Form&) {});
+        return Globals::FuelPriceTransfer;
+    };
+    EXPECT_EQ(openFromTrip([&](auto& f) {
+                  f.DBGrid3->selectRow(0);
+                  click(f, "AtadasS");
+              }),
+              480.5);
+    EXPECT_EQ(forms::find("UzemanyagSzamlaFormX"), nullptr);  // the hand-over closes the form
+    EXPECT_EQ(openFromTrip([&](auto& f) {
+                  forms::setText(f.Text7, "499,9");  // typed, not saved: the box counts
+                  click(f, "AtadasS");
+              }),
+              499.9);
+    EXPECT_EQ(openFromTrip([&](auto& f) {
+                  forms::setText(f.Text7, "");
+                  click(f, "AtadasS");
+              }),
+              0);
+    EXPECT_EQ(openFromTrip([&](auto& f) { click(f, "Kilepes"); }), 0);
+    EXPECT_EQ(openFromTrip([&](auto& f) { f.closeBox(); }), 0);
+    EXPECT_TRUE(boxes().empty());
+    EXPECT_EQ(text(rows("SZAMLA")[1][40]), "<null>");  // the emptied box was stored by the close
+}
+
+TEST_F(InvoiceTest, DeletionAsksAndTheLastRowHidesTheFrame) {
+    smallCompany();
+    auto& f = open();
+    dialogs->answers = {vb::vbNo};
+    click(f, "Torles");
+    expectBox("Törölhető az adat visszavonhatatlanul?", vb::vbYesNo + vb::vbQuestion, "FIGYELEM! Végleges törlés!");
+    EXPECT_EQ(rows("SZAMLA").size(), 1u);
+    dialogs->answers = {vb::vbYes};
+    click(f, "Torles");
+    EXPECT_TRUE(rows("SZAMLA").empty());
+    EXPECT_FALSE(f.Frame1->isVisible());
+    EXPECT_EQ(rows("beraktar").size(), 2u);
+}
+
+TEST_F(InvoiceTest, SearchesAndTheirMisses) {
+    demoCompany();
+    auto& f = open();
+    auto seller = text(rows("beraktar")[3][0]);
+    dialogs->inputs = {seller, "Nincs-Ilyen"};
+    click(f, "Command1");
+    EXPECT_EQ(vb::CStr(f.BeraktarData->rs().get("BerNev")), seller);
+    click(f, "Command1");
+    expectBox("Nincs ilyen név! Keressen újra!", vb::vbExclamation, "FIGYELEM! Keresés megnevezésre sikertelen!");
+    EXPECT_EQ(f.BeraktarData->rs().AbsolutePosition(), 0);
+    EXPECT_EQ(dialogs->log[0].title, "Keresés megnevezésre");
+    EXPECT_EQ(dialogs->log[0].text, "Kérem a beszállító (eladó) nevét:");
+
+    dialogs->inputs = {"XX-999"};
+    click(f, "Command2");
+    expectBox("Nincs ilyen rendszám! Keressen újra!", vb::vbExclamation, "Keresés rendszámra");
+
+    auto all = rows("SZAMLA");
+    std::string second = text(all[1][33]);  // SZAMLASOR
+    dialogs->inputs = {second, "12x", "", "1"};
+    QTest::mouseClick(f.Label1, Qt::LeftButton);
+    EXPECT_EQ(textOf(f, "Text1"), second);
+    EXPECT_EQ(f.DBGrid3->Row(), 1);
+    size_t before = boxes().size();
+    QTest::mouseClick(f.Label1, Qt::LeftButton);  // no number: the find fails, as no match
+    expectBox("Nincs ilyen okmány! Keressen újra, vagy válasszon a listából!", vb::vbExclamation, "FIGYELEM!");
+    EXPECT_EQ(f.DBGrid3->Row(), 0);
+    QTest::mouseClick(f.Label1, Qt::LeftButton);  // empty answer: nothing
+    EXPECT_EQ(boxes().size(), before + 1);
+    QTest::mouseClick(f.Label1, Qt::LeftButton);
+    EXPECT_EQ(boxes().size(), before + 2);
+}
+
+TEST_F(InvoiceTest, HeadingsSortAscendingThenDescendingAndPrintIsSwitchedOff) {
+    demoCompany();
+    auto& f = open();
+    int col = 4;  // MEGNEVEZES
+    ASSERT_EQ(f.DBGrid3->DataField(col), "MEGNEVEZES");
+    f.DBGrid3->HeadClick(col);
+    EXPECT_EQ(f.SzamlaData->rs().Sort(), "[MEGNEVEZES]");
+    std::string first = f.DBGrid3->cellText(0, col);
+    f.DBGrid3->HeadClick(col);
+    EXPECT_EQ(f.SzamlaData->rs().Sort(), "[MEGNEVEZES] DESC");
+    EXPECT_GT(f.DBGrid3->cellText(0, col), first);
+    f.DBGrid2->HeadClick(0);
+    EXPECT_EQ(f.JarmData->rs().Sort(), "[GkFrsz]");
+
+    click(f, "SzNyom");
+    expectBox("FEJLESZTÉS ALATT! JELENLEG A MODUL NEM MŰKÖDIK, NEM HASZNÁLHATÓ!", vb::vbCritical,
+              "FIGYELEM! Működés csak felhasználói felelősségre!");
+    click(f, "SzamlHelp");
+    EXPECT_EQ(Globals::HelpTopicName, "UzemanyagSzamlaFormX");
+}
+
+TEST_F(InvoiceTest, FiftyThousandInvoicesOpenAtOnce) {
+    initCompany();
+    auto file = db::Database::open("Kerova.dsb");
+    auto rs = file->OpenRecordset("SZAMLA");
+    file->batch([&] {
+        for (int i = 0; i < 50000; ++i) {
+            rs->AddNew();
+            rs->set("SZAMLASOR", int32_t(i + 1));
+            rs->set("BerNev", s("Tankoló Kft."));
+            rs->Update();
+        }
+    });
+    QElapsedTimer t;
+    t.start();
+    auto& f = open();
+    EXPECT_LT(t.elapsed(), 2000);
+    EXPECT_EQ(textOf(f, "Text1"), "50000");
+    EXPECT_EQ(f.DBGrid3->model()->rowCount(), 50000);
+}
+
+}  // namespace
