@@ -45,7 +45,7 @@ void RecordsetModel::forget() {
     if (rows_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, columnCount() - 1));
 }
 
-std::vector<size_t> RecordsetModel::fieldIndexes() const {
+const std::vector<size_t>& RecordsetModel::fieldIndexes() const {
     if (!fieldIndex_.empty() || !dc_ || !dc_->Recordset()) return fieldIndex_;
     const auto& names = dc_->Recordset()->columnNames();
     for (auto& c : columns_) {
@@ -82,7 +82,7 @@ const std::vector<vb::Variant>* RecordsetModel::row(int r) const {
 }
 
 vb::Variant RecordsetModel::value(int r, int column) const {
-    auto idx = fieldIndexes();
+    const auto& idx = fieldIndexes();
     if (column < 0 || column >= int(idx.size()) || idx[column] == SIZE_MAX) return vb::Null{};
     const auto* values = row(r);
     if (!values || idx[column] >= values->size()) return vb::Null{};
@@ -120,7 +120,7 @@ Qt::ItemFlags RecordsetModel::flags(const QModelIndex& index) const {
 bool RecordsetModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (role != Qt::EditRole || !allowUpdate || !dc_ || !dc_->Recordset()) return false;
     std::string typed = str(value.toString());
-    auto idx = fieldIndexes();
+    const auto& idx = fieldIndexes();
     if (index.column() >= int(idx.size()) || idx[index.column()] == SIZE_MAX) return false;
     bool stored = false;
     run([&] {

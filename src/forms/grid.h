@@ -48,7 +48,7 @@ public:
 
 private:
     const std::vector<vb::Variant>* row(int r) const;
-    std::vector<size_t> fieldIndexes() const;
+    const std::vector<size_t>& fieldIndexes() const;
     DataControl* dc_ = nullptr;
     std::vector<Column> columns_;
     mutable std::unordered_map<int, std::vector<vb::Variant>> cache_;
