@@ -1,5 +1,5 @@
-// The vehicle form's tests: a company folder with vehicles, a fixed today, the form opened as the
-// main menu or another form opens it, and the stored columns read back.
+// The vehicle tests: an empty company with vehicles added, today fixed, the form opened as the main
+// menu opens it, the stored columns read back.
 #pragma once
 
 #include <QLabel>
@@ -12,6 +12,7 @@
 #include "db/database.h"
 #include "db/recordset.h"
 #include "forms/datacontrol.h"
+#include "forms/events.h"
 #include "forms/globals.h"
 #include "gui/support.h"
 #include "vb/clock.h"
@@ -22,11 +23,13 @@
 namespace vehicles_test {
 
 using Fields = std::vector<std::pair<std::string, vb::Variant>>;
+using Message = std::tuple<std::string, int, std::string>;  // text, style, title
 
 class VehicleTest : public kerova_test::GuiTest {
 protected:
     void SetUp() override {
         GuiTest::SetUp();
+        initCompany();
         vehicles::registerForms();
         vb::clock::setFixed(vb::Date{today().serial + 0.4375});  // 10:30
     }
@@ -62,7 +65,6 @@ protected:
         return f;
     }
 
-    using Message = std::tuple<std::string, int, std::string>;
     std::vector<Message> messages() const {
         std::vector<Message> out;
         for (auto& e : dialogs->log)
@@ -70,8 +72,7 @@ protected:
         return out;
     }
 
-    static std::string t(const QLineEdit* e) { return e->text().toStdString(); }
-    static std::string t(const QLabel* l) { return l->text().toStdString(); }
+    static std::string t(const QWidget* w) { return forms::text(w); }
 };
 
 }  // namespace vehicles_test
