@@ -12,6 +12,7 @@
 #include "forms/events.h"
 #include "vb/conv.h"
 #include "vb/err.h"
+#include "vb/format.h"
 #include "vb/error.h"
 
 namespace forms {
@@ -20,7 +21,10 @@ namespace {
 
 std::string widgetValue(QWidget* w) {
     if (auto* c = qobject_cast<QCheckBox*>(w)) return c->isChecked() ? "1" : "0";
-    if (auto* d = qobject_cast<QDateEdit*>(w)) return str(d->date().toString("yyyy.MM.dd."));
+    if (auto* d = qobject_cast<QDateEdit*>(w)) {
+        if (d->property(DateIsNull).toBool()) return {};
+        return str(d->date().toString("yyyy.MM.dd."));
+    }
     return text(w);
 }
 
@@ -34,8 +38,19 @@ void showValue(QWidget* w, const vb::Variant& v) {
         if (auto* date = std::get_if<vb::Date>(&v)) {
             auto p = vb::dateParts(*date);
             d->setDate(QDate(p.year, p.month, p.day));
+            d->setProperty(DateIsNull, false);
+        } else {
+            d->setProperty(DateIsNull, true);
         }
     } else {
+        QVariant mask = w->property(DataFormat);
+        if (mask.isValid() && !vb::isNull(v) && !vb::isEmpty(v)) {
+            std::string s;
+            if (vb::resume([&] { s = vb::Format(v, str(mask.toString())); })) {
+                setText(w, s);
+                return;
+            }
+        }
         setText(w, displayText(v));
     }
 }
@@ -49,6 +64,14 @@ std::string displayText(const vb::Variant& v) {
     std::string s;
     if (vb::resume([&] { s = vb::CStr(v); })) return s;
     return {};
+}
+
+void setPickerDate(QWidget* picker, const vb::Date& date) {
+    auto* d = qobject_cast<QDateEdit*>(picker);
+    if (!d) return;
+    auto p = vb::dateParts(date);
+    d->setProperty(DateIsNull, false);
+    d->setDate(QDate(p.year, p.month, p.day));
 }
 
 DataControl::DataControl(std::string name, std::string databaseName, std::string recordSource, QObject* parent)
@@ -104,6 +127,8 @@ void DataControl::bind(QWidget* w, const std::string& column) {
         // Access shows a bound text column's width as the box's limit.
         (void)e;
     }
+    if (auto* d = qobject_cast<QDateEdit*>(w))  // a date chosen by the user is a value
+        connect(d, &QDateEdit::dateChanged, this, [d] { d->setProperty(DateIsNull, false); });
     connect(w, &QObject::destroyed, this, [this, w] {
         std::erase_if(bindings_, [w](const Binding& b) { return b.widget == w; });
     });
@@ -134,6 +159,11 @@ void DataControl::writeBound() {
     }
     writing_ = false;
     for (auto* b : changed) const_cast<Binding*>(b)->loaded = widgetValue(b->widget);
+}
+
+void DataControl::markLoaded(QWidget* w) {
+    for (auto& b : bindings_)
+        if (b.widget == w) b.loaded = widgetValue(w);
 }
 
 void DataControl::beforeMove(db::Recordset&) { writeBound(); }

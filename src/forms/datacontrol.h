@@ -18,6 +18,12 @@ class QWidget;
 namespace forms {
 
 inline constexpr const char* LabelWritesBack = "kerovaLabelWritesBack";
+// A bound text box or label whose property DataFormat holds a Format mask shows its value through
+// vb::Format with that mask (a masked edit's display format), and compares in that form.
+inline constexpr const char* DataFormat = "kerovaDataFormat";
+// Set on a bound date picker while its record's column is Null: the picker then counts as empty,
+// so a Null stays Null on the move; setPickerDate() clears it (a date set by code is stored).
+inline constexpr const char* DateIsNull = "kerovaDateIsNull";
 
 class DataControl : public QObject, public db::Recordset::MoveListener {
     Q_OBJECT
@@ -48,6 +54,9 @@ public:
     void bind(QWidget* w, const std::string& column);
     // Writes the bound values that changed into the current record.
     void writeBound();
+    // The widget's shown value counts as the loaded one: a caption set by code only to show
+    // something (not to store it) is not written on the next move.
+    void markLoaded(QWidget* w);
     // Forgets the Recordset without writing (the form unloads).
     void detach();
 
@@ -76,5 +85,8 @@ private:
 
 // The text a bound widget or a grid cell shows for a value.
 std::string displayText(const vb::Variant& v);
+// Sets a date picker's day by code so that a bound picker stores it even when its record's column
+// was Null and the picker already showed that day.
+void setPickerDate(QWidget* picker, const vb::Date& d);
 
 }  // namespace forms

@@ -7,6 +7,7 @@
 #include "trips/purposeform.h"
 #include "trips/routeform.h"
 #include "trips/routelist.h"
+#include "trips/tripform.h"
 
 namespace trips {
 
@@ -17,6 +18,7 @@ void registerForms() {
     forms::registerForm(UtakSzallitottSzemelyekFormX::Name, [] { return new UtakSzallitottSzemelyekFormX; });
     forms::registerForm(UtakCsatoltOkmanyokFormX::Name, [] { return new UtakCsatoltOkmanyokFormX; });
     registerRouteList();
+    forms::registerForm(UtNyilvantartasFormX::Name, [] { return new UtNyilvantartasFormX; });
 }
 
 }  // namespace trips

@@ -1,0 +1,75 @@
+// Speed of the trip log on a large Utak: opening on the last row, "Új út" and "OK és Összesít".
+// Runs only with KEROVA_BENCH_TRIPS=<rows> in the environment (the demo's trips copied in one batch).
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/app.h"
+#include "jet/database.h"
+#include "trips/tripform.h"
+#include "trips_support.h"
+#include "vb/constants.h"
+
+using namespace trips_test;
+using trips::UtNyilvantartasFormX;
+
+namespace {
+
+void growTrips(const std::string& file, int rows) {
+    auto db = jet::Database::open(file);
+    jet::Table& t = db->table("Utak");
+    std::vector<jet::Row> demo;
+    t.scan([&](jet::RowId, const jet::Row& r) {
+        demo.push_back(r);
+        return true;
+    });
+    size_t dateColumn = SIZE_MAX;
+    for (size_t i = 0; i < t.def().columns.size(); ++i)
+        if (t.def().columns[i].name == "Dátum") dateColumn = i;
+    db->begin();
+    for (int n = int(t.rowCount()), copy = 1; n < rows; ++copy) {
+        for (const auto& r : demo) {
+            if (n++ >= rows) break;
+            jet::Row row = r;
+            if (dateColumn != SIZE_MAX)
+                if (auto* d = std::get_if<jet::DateTime>(&row[dateColumn])) d->days -= copy;
+            t.insert(std::move(row));
+        }
+    }
+    db->commit();
+}
+
+class TripSpeedTest : public TripsTest {};
+
+TEST_F(TripSpeedTest, OpenNewTripAndComputeOnALargeTable) {
+    const char* env = std::getenv("KEROVA_BENCH_TRIPS");
+    if (!env) GTEST_SKIP() << "set KEROVA_BENCH_TRIPS=<rows>";
+    app::registerAllForms();
+    demoCompany();
+    growTrips((dir.path() / "Kerova.dsb").string(), std::atoi(env));
+    db::closeAll();
+    QElapsedTimer t;
+    t.start();
+    forms::get(UtNyilvantartasFormX::Name).Show();
+    auto& f = static_cast<UtNyilvantartasFormX&>(form(UtNyilvantartasFormX::Name));
+    QCoreApplication::processEvents();
+    qint64 open = t.restart();
+    f.UjUt_Click();
+    QCoreApplication::processEvents();
+    qint64 newTrip = t.restart();
+    f.Text6->setText("120");
+    f.MaskEdBox1->setText("8,05");
+    f.MaskEdBox2->setText("10,00");
+    f.Command2_Click();
+    QCoreApplication::processEvents();
+    qint64 compute = t.restart();
+    f.DBGrid1_RowColChange();
+    qint64 recount = t.restart();
+    std::printf("| %zu trips | open %lld ms | Új út %lld ms | OK és Összesít %lld ms | row change %lld ms |\n",
+                f.UtakData->rs().size() ? size_t(std::atoi(env)) : 0, open, newTrip, compute, recount);
+    dialogs->answers = {vb::vbNo};
+    f.Kilepes_Click();
+}
+
+}  // namespace
