@@ -52,27 +52,28 @@ LvalRow lvalRow(Pager& pager, RowId id) {
 
 }  // namespace
 
-Bytes readLongValue(Pager& pager, const uint8_t* field, size_t fieldLen) {
+LongValueBytes viewLongValue(Pager& pager, const uint8_t* field, size_t fieldLen, PageRef& hold, Bytes& scratch) {
     if (fieldLen < kFieldSize) broken(pager, "its field has " + std::to_string(fieldLen) + " bytes");
     uint32_t head = get32(field);
     uint32_t length = head & ~kKindMask;
     uint32_t kind = head & kKindMask;
     if (kind == kInline) {
         if (length > fieldLen - kFieldSize) broken(pager, "inline data is shorter than its length");
-        return Bytes(field + kFieldSize, field + kFieldSize + length);
+        return {field + kFieldSize, length};
     }
-    if (length == 0) return {};
+    if (length == 0) return {field, 0};
     RowId at = readPointer(field + 4);
     if (kind == kOneRow) {
         LvalRow r = lvalRow(pager, at);
         if (r.slot.size() < length) broken(pager, "its row is shorter than its length");
-        const uint8_t* p = r.page->data() + r.slot.start;
-        return Bytes(p, p + length);
+        hold = std::move(r.page);
+        return {hold->data() + r.slot.start, length};
     }
     if (kind != 0) broken(pager, "unknown kind");
     // A chain can hold no more than the file does; a larger length is a lie.
     if (uint64_t(length) > uint64_t(pager.pageCount()) * kPageSize) broken(pager, "its length exceeds the file");
-    Bytes out;
+    Bytes& out = scratch;
+    out.clear();
     out.reserve(length);
     std::set<RowId> seen;
     while (out.size() < length) {
@@ -86,7 +87,15 @@ Bytes readLongValue(Pager& pager, const uint8_t* field, size_t fieldLen) {
         out.insert(out.end(), p + 4, p + 4 + take);
         at = readPointer(p);
     }
-    return out;
+    return {out.data(), out.size()};
+}
+
+Bytes readLongValue(Pager& pager, const uint8_t* field, size_t fieldLen) {
+    PageRef hold;
+    Bytes scratch;
+    LongValueBytes v = viewLongValue(pager, field, fieldLen, hold, scratch);
+    if (v.size > 0 && v.data == scratch.data()) return scratch;
+    return Bytes(v.data, v.data + v.size);
 }
 
 namespace {

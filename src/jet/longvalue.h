@@ -8,15 +8,22 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "pager.h"
 #include "tabledef.h"
 #include "value.h"
 
 namespace jet {
 
-class Pager;
-
 // The value's bytes (before text decoding). Corrupt on a broken chain (loops are detected).
 Bytes readLongValue(Pager& pager, const uint8_t* field, size_t fieldLen);
+
+// The same bytes without a copy where they lie in one place: inline in the field, or in one LVAL
+// row (whose page `hold` then keeps alive). A chained value is gathered into `scratch`.
+struct LongValueBytes {
+    const uint8_t* data;
+    size_t size;
+};
+LongValueBytes viewLongValue(Pager& pager, const uint8_t* field, size_t fieldLen, PageRef& hold, Bytes& scratch);
 
 // Stores data for a row of `table` and returns the field bytes for the row: inline when it fits
 // in `inlineRoom` bytes of the row, else on LVAL pages of the table. Inside a transaction.

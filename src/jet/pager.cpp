@@ -121,13 +121,15 @@ PageRef Pager::page(uint32_t pgno) {
 
 PageRef Pager::readPage(uint32_t pgno) {
     if (pgno >= filePages_) fail(ErrorKind::Corrupt, path_, "page " + std::to_string(pgno) + " is past the end of the file");
-    auto pg = std::make_shared<Page>();
+    auto pg = std::make_shared_for_overwrite<Page>();
     size_t n = file_->readAt(uint64_t(pgno) * kPageSize, pg->data(), kPageSize);
     ++reads_;
     if (n != kPageSize) fail(ErrorKind::Corrupt, path_, "page " + std::to_string(pgno) + " is truncated");
     cache_.emplace(pgno, pg);
     return pg;
 }
+
+static_assert(sizeof(Page) == kPageSize, "a block of pages is the bytes of a run of the file");
 
 void Pager::preload(const uint32_t* pages, size_t n) {
     if (depth_ == 0 && !shared_) return;  // reads outside a read operation take the lock per page
@@ -142,17 +144,17 @@ void Pager::preload(const uint32_t* pages, size_t n) {
     if (want.size() < 2) return;  // page() reads a lone page as well
     std::sort(want.begin(), want.end());
     want.erase(std::unique(want.begin(), want.end()), want.end());
-    std::unique_ptr<uint8_t[]> buf(new uint8_t[kRun * kPageSize]);  // not zeroed: read over
     for (size_t i = 0; i < want.size();) {
         size_t j = i + 1;
         while (j < want.size() && j - i < kRun && want[j] == want[j - 1] + 1) ++j;
         size_t count = j - i;
-        size_t got = file_->readAt(uint64_t(want[i]) * kPageSize, buf.get(), count * kPageSize);
+        // A run is read straight into one block of pages, each cached page a view of its part:
+        // one allocation and no copy per run. The block lives while any of its pages is held.
+        std::shared_ptr<Page[]> block = std::make_shared_for_overwrite<Page[]>(count);
+        size_t got = file_->readAt(uint64_t(want[i]) * kPageSize, block.get(), count * kPageSize);
         for (size_t k = 0; k < count && (k + 1) * kPageSize <= got; ++k) {
-            auto pg = std::make_shared<Page>();
-            std::memcpy(pg->data(), buf.get() + k * kPageSize, kPageSize);
             ++reads_;
-            cache_.emplace(want[i + k], std::move(pg));
+            cache_.emplace(want[i + k], std::shared_ptr<Page>(block, &block[k]));
         }
         i = j;
     }

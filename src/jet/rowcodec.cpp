@@ -25,6 +25,10 @@ inline void set(Value& v, const T& x) {
     else v.emplace<T>(x);
 }
 
+inline void setNull(Value& v) {
+    if (v.index() != 0) v.emplace<std::monostate>();
+}
+
 }  // namespace
 
 uint16_t fixedSize(const Column& c) {
@@ -59,8 +63,34 @@ RowDecoder::RowDecoder(Pager& pager, const TableDef& def) : pager_(pager) {
     for (const Column& c : def.columns) {
         bool fixed = c.fixed();
         cols_.push_back(Col{c.type, c.number, fixed, fixed ? c.fixedOffset : c.varIndex, fixed ? fixedSize(c) : uint16_t(0),
-                            c.scale});
+                            c.scale, uint16_t(cols_.size())});
         if (!fixed) hasVar_ = true;
+    }
+    auto kindOf = [](const Col& c) {
+        if (c.type == ColType::Boolean) return Kind::Bool;
+        if (c.type == ColType::Text && !c.fixed) return Kind::Text;
+        if (!c.fixed) return Kind::Other;
+        switch (c.type) {
+            case ColType::Integer: return Kind::Int16;
+            case ColType::Long: return Kind::Int32;
+            case ColType::Double: return Kind::Double;
+            case ColType::Currency: return Kind::Currency;
+            case ColType::DateTime: return Kind::DateTime;
+            default: return Kind::Other;
+        }
+    };
+    for (int k = 0; k <= int(Kind::Other); ++k) {
+        Group g{Kind(k), uint16_t(byKind_.size()), 0};
+        for (const Col& c : cols_) {
+            if (kindOf(c) != g.kind) continue;
+            byKind_.push_back(c);
+            if (g.kind == Kind::Other) continue;  // decodeInto checks the row's extent itself
+            needColumns_ = std::max<uint16_t>(needColumns_, uint16_t(c.number + 1));
+            if (g.kind == Kind::Text) needVars_ = std::max<uint16_t>(needVars_, uint16_t(c.offset + 1));
+            else if (c.fixed) needFixedEnd_ = std::max(needFixedEnd_, row::kFixedStart + size_t(c.offset) + c.size);
+        }
+        g.end = uint16_t(byKind_.size());
+        if (g.end > g.begin) groups_.push_back(g);
     }
 }
 
@@ -108,8 +138,10 @@ __attribute__((always_inline)) inline void RowDecoder::decodeInto(const RowView&
         }
         case ColType::Text: decodeTextInto(p, n, as<std::string>(out)); return;
         case ColType::Memo: {
-            Bytes raw = readLongValue(pager_, p, n);
-            decodeTextInto(raw.data(), raw.size(), as<std::string>(out));
+            PageRef hold;
+            Bytes scratch;
+            LongValueBytes raw = viewLongValue(pager_, p, n, hold, scratch);
+            decodeTextInto(raw.data, raw.size, as<std::string>(out));
             return;
         }
         case ColType::Ole: out = readLongValue(pager_, p, n); return;
@@ -126,9 +158,57 @@ void RowDecoder::badFixed(const RowView& v, const Col& c) const {
                                                 " bytes has no room for a fixed column at offset " + std::to_string(c.offset));
 }
 
+void RowDecoder::decodeWhole(const RowView& v, Row& out) const {
+    const uint8_t* mask = v.mask();
+    const uint8_t* fixedArea = v.data() + row::kFixedStart;
+    auto present = [mask](uint16_t number) { return (mask[number >> 3] >> (number & 7)) & 1; };
+    // One loop per group: the branches inside repeat column after column.
+    auto fixedLoop = [&](const Col* c, const Col* e, auto read) {
+        for (; c != e; ++c) {
+            Value& o = out[c->index];
+            if (present(c->number)) set(o, read(fixedArea + c->offset));
+            else setNull(o);
+        }
+    };
+    for (const Group& g : groups_) {
+        const Col* c = byKind_.data() + g.begin;
+        const Col* e = byKind_.data() + g.end;
+        switch (g.kind) {
+            case Kind::Bool:
+                for (; c != e; ++c) set(out[c->index], bool(present(c->number)));
+                break;
+            case Kind::Int16: fixedLoop(c, e, [](const uint8_t* p) { return int16_t(le16(p)); }); break;
+            case Kind::Int32: fixedLoop(c, e, [](const uint8_t* p) { return int32_t(le32(p)); }); break;
+            case Kind::Double: fixedLoop(c, e, [](const uint8_t* p) { return leDouble(p); }); break;
+            case Kind::Currency: fixedLoop(c, e, [](const uint8_t* p) { return Currency{int64_t(le64(p))}; }); break;
+            case Kind::DateTime: fixedLoop(c, e, [](const uint8_t* p) { return DateTime{leDouble(p)}; }); break;
+            case Kind::Text:
+                for (; c != e; ++c) {
+                    Value& o = out[c->index];
+                    if (!present(c->number)) {
+                        setNull(o);
+                        continue;
+                    }
+                    const uint8_t* p;
+                    size_t n;
+                    v.varIn(c->offset, p, n);
+                    decodeTextInto(p, n, as<std::string>(o));
+                }
+                break;
+            case Kind::Other:
+                for (; c != e; ++c) decodeInto(v, *c, out[c->index]);
+                break;
+        }
+    }
+}
+
 void RowDecoder::decode(const uint8_t* row, size_t len, RowId where, Row& out) const {
     RowView v(row, len, hasVar_, pager_.path(), where);
     out.resize(cols_.size());
+    if (v.columnCount() >= needColumns_ && v.fixedEnd() >= needFixedEnd_ && v.varCount() >= needVars_) {
+        decodeWhole(v, out);
+        return;
+    }
     for (size_t i = 0; i < cols_.size(); ++i) decodeInto(v, cols_[i], out[i]);
 }
 

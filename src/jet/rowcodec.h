@@ -74,6 +74,17 @@ public:
     }
     const uint8_t* data() const { return row_; }
     size_t size() const { return len_; }
+    uint16_t varCount() const { return varCount_; }
+    size_t fixedEnd() const { return fixedEnd_; }
+    const uint8_t* mask() const { return mask_; }
+    // A variable column's bytes when the row is known to have entry i (i < varCount()).
+    void varIn(uint16_t i, const uint8_t*& p, size_t& n) const {
+        size_t start = le16(row_ + varTable_ - 2 * size_t(i));
+        size_t stop = le16(row_ + varTable_ - 2 * (size_t(i) + 1));
+        if (start < 2 || start > stop || stop > fixedEnd_) badVar(i, start, stop);
+        p = row_ + start;
+        n = stop - start;
+    }
 
 private:
     [[noreturn]] void badVar(uint16_t i, size_t start, size_t stop) const;
@@ -109,13 +120,27 @@ private:
         uint16_t offset;   // fixed area offset, or variable index
         uint16_t size;     // fixed size
         uint8_t scale;
+        uint16_t index;    // position in def.columns
+    };
+    // decode() of a row that has every column of the definition: the columns grouped by type,
+    // each group one tight loop, no per-column checks of the row's extent.
+    enum class Kind : uint8_t { Bool, Int16, Int32, Double, Currency, DateTime, Text, Other };
+    struct Group {
+        Kind kind;
+        uint16_t begin, end;  // range of byKind_
     };
     void decodeInto(const RowView& v, const Col& c, Value& out) const;
+    void decodeWhole(const RowView& v, Row& out) const;
     [[noreturn]] void badFixed(const RowView& v, const Col& c) const;
 
     Pager& pager_;
     std::vector<Col> cols_;
     bool hasVar_ = false;
+    std::vector<Col> byKind_;
+    std::vector<Group> groups_;
+    uint16_t needColumns_ = 0;  // a row with fewer columns, a shorter fixed area or fewer
+    size_t needFixedEnd_ = 0;   // variable entries takes the general way
+    uint16_t needVars_ = 0;
 };
 
 // Where a live row's bytes are: its own slot, or where its overflow pointer leads.

@@ -126,18 +126,10 @@ std::string utf16ToUtf8(std::u16string_view s) {
     return utf16leToUtf8(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
 }
 
-void decodeTextInto(const uint8_t* p, size_t n, std::string& out) {
+void decodeTextGeneral(const uint8_t* p, size_t n, std::string& out) {
     // Written through a raw pointer into room for the worst case (a byte becomes at most two
     // UTF-8 bytes, a UTF-16 unit at most three), then cut to size: no per-character growth checks.
     bool packed = n >= 2 && p[0] == 0xFF && p[1] == 0xFE;
-    if (packed) {
-        // The usual case: a packed text of ASCII only is its bytes.
-        out.resize(n - 2);
-        char* w = out.data();
-        size_t k = 2;
-        for (; k < n && p[k] != 0 && p[k] < 0x80; ++k) *w++ = char(p[k]);
-        if (k == n) return;
-    }
     out.resize(packed ? 2 * n : 3 * (n / 2) + 4);
     char* base = out.data();
     char* w = base;

@@ -6,6 +6,7 @@
 #include "jet/database.h"
 #include "jet/format.h"
 #include "jet/pager.h"
+#include "jet/rowcodec.h"
 #include "jet/support.h"
 #include "jet/text.h"
 
@@ -152,4 +153,72 @@ TEST(TablePaths, AsciiTextsEncodeAsTheGeneralRule) {
     EXPECT_EQ(encodeText(std::string("a\0bc", 4), true), (Bytes{'a', 0, 0, 0, 'b', 0, 'c', 0}));
     EXPECT_EQ(encodeText("\x7F~ \x01", true), (Bytes{0xFF, 0xFE, 0x7F, '~', ' ', 0x01}));
     EXPECT_EQ(utf16Length("a\xC5\x91\xF0\x9F\x9A\x97"), 4u);  // a, ő, and a pair for the emoji
+}
+
+// Packed texts take a shortcut when all their bytes are ASCII, checked eight at a time: a mode
+// toggle (0) or a byte above 0x7F at any place, in texts of any length, must take the general way.
+TEST(TablePaths, PackedTextShortcutAgreesWithTheGeneralWay) {
+    for (size_t len = 0; len <= 20; ++len) {
+        Bytes plainAsciiText{0xFF, 0xFE};
+        for (size_t i = 0; i < len; ++i) plainAsciiText.push_back(uint8_t('a' + i));
+        std::string out(40, '?');  // a longer text left by the previous row
+        decodeTextInto(plainAsciiText.data(), plainAsciiText.size(), out);
+        EXPECT_EQ(out, std::string(plainAsciiText.begin() + 2, plainAsciiText.end()));
+        for (size_t at = 0; at < len; ++at) {
+            for (uint8_t b : {0x00, 0x01, 0x7F, 0x80, 0xE9, 0xFF}) {
+                Bytes t = plainAsciiText;
+                t[2 + at] = b;
+                if (b == 0) t.insert(t.begin() + 2 + at + 1, {0x51, 0x01});  // a wide ő after the toggle
+                std::string general;
+                decodeTextGeneral(t.data(), t.size(), general);
+                decodeTextInto(t.data(), t.size(), out);
+                EXPECT_EQ(out, general) << "length " << len << ", byte " << int(b) << " at " << at;
+            }
+        }
+    }
+}
+
+// A row written before columns were added to its table has fewer columns, variable entries and
+// fixed bytes than the definition: those columns read as null (a Boolean as false). A row with
+// them all takes the grouped way, which must still refuse a variable entry outside the row.
+TEST(TablePaths, RowsOlderThanTheirColumnsAndBrokenVariableEntries) {
+    testsupport::TempDir dir;
+    auto db = Database::create((dir / "t.mdb").string());
+    Table& t = db->createTable(spec());
+    const TableDef& def = t.def();
+    RowDecoder dec(db->pager(), def);
+    // | N | Id (4) | Name: packed "abc" | end of data | offset of Name | V = 1 | mask: Id, Name |
+    ASSERT_TRUE(def.columns[Id].fixed());
+    ASSERT_EQ(def.columns[Id].fixedOffset, 0);
+    ASSERT_EQ(def.columns[Name].varIndex, 0);
+    const uint8_t old[] = {2, 0, 42, 0, 0, 0, 0xFF, 0xFE, 'a', 'b', 'c', 11, 0, 6, 0, 1, 0, 0x03};
+    Row row(3, Value{std::string("left over")});
+    dec.decode(old, sizeof old, RowId{1, 0}, row);
+    ASSERT_EQ(row.size(), 6u);
+    EXPECT_EQ(std::get<int32_t>(row[Id]), 42);
+    EXPECT_EQ(std::get<std::string>(row[Name]), "abc");
+    EXPECT_TRUE(isNull(row[Note]));
+    EXPECT_EQ(row[Flag], Value{false});
+    EXPECT_TRUE(isNull(row[Amount]));
+    EXPECT_TRUE(isNull(row[Code]));
+
+    // A whole row as the engine writes it, then its Name entry pointed past the variable data.
+    Row full = sampleRow(3);
+    full[Code] = std::string("C3");
+    RowId id = t.insert(full);
+    PageRef p = db->pager().page(id.page);
+    uint16_t start = le16(p->data() + 14 + 2 * id.row) & 0x1FFF;
+    uint16_t end = id.row == 0 ? 4096 : le16(p->data() + 14 + 2 * (id.row - 1)) & 0x1FFF;
+    std::vector<uint8_t> bytes(p->data() + start, p->data() + end);
+    dec.decode(bytes.data(), bytes.size(), id, row);
+    EXPECT_EQ(row, t.read(id));
+    size_t maskLen = (size_t(le16(bytes.data())) + 7) / 8;
+    size_t nameEntry = bytes.size() - maskLen - 4 - 2 * def.columns[Name].varIndex;
+    putLe16(&bytes[nameEntry], uint16_t(bytes.size()));
+    try {
+        dec.decode(bytes.data(), bytes.size(), id, row);
+        ADD_FAILURE() << "a variable entry outside the row was read";
+    } catch (const JetError& e) {
+        EXPECT_EQ(e.kind(), ErrorKind::Corrupt);
+    }
 }
