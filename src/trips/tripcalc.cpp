@@ -1,7 +1,10 @@
 #include "trips/tripcalc.h"
 
+#include <algorithm>
 #include <cmath>
+#include <unordered_map>
 
+#include "db/sql/sql.h"
 #include "vb/conv.h"
 #include "vb/err.h"
 #include "vb/format.h"
@@ -135,6 +138,104 @@ std::optional<double> allowance(const Work& w, const std::string& elapsedText, d
     if (hours / 24 > 8) amount += rate;
     if (hours / 24 > 16) amount += rate;
     return amount;
+}
+
+std::string arrivalStamp(const TripKey& k) {
+    auto* d = std::get_if<vb::Date>(&k.date);
+    if (!d) return {};
+    std::string t = vb::resume([&] { return vb::Format(k.arrival, "00.00;0;0;0"); }, std::string("0"));
+    vb::Err.Clear();
+    int h = int(vb::Val(vb::Left(t, 2)));
+    int m = int(vb::Val(vb::Right(t, 2)));
+    return vb::resume([&] { return vb::Format(vb::Date{d->serial + vb::TimeSerial(h, m, 0).serial},
+                                               "YYYY/MM/DD HH:NN:SS"); },
+                      std::string());
+}
+
+namespace {
+
+// A row's place in the order as plain numbers: the driver's rank among the distinct names (-1 for
+// Null), the day (or none), and the day with the arrival in seconds, as the sort text orders them.
+struct Prepared {
+    long driver = -1;
+    bool hasDate = false;
+    double day = 0;
+    long long stamp = 0;
+};
+
+// Hours and minutes as the sort text takes them: the first two and the last two characters of
+// Format(arrival, "00.00;0;0;0"), which is "0" for zero, negatives and Null.
+std::pair<int, int> stampParts(const vb::Variant& arrival) {
+    std::string t = vb::resume([&] { return vb::Format(arrival, "00.00;0;0;0"); }, std::string("0"));
+    vb::Err.Clear();
+    return {int(vb::Val(vb::Left(t, 2))), int(vb::Val(vb::Right(t, 2)))};
+}
+
+// Whether p comes before q.
+bool earlier(const Prepared& p, const Prepared& q) {
+    if (p.driver != q.driver) return p.driver < q.driver;
+    if (p.hasDate != q.hasDate) return p.hasDate;
+    if (!p.hasDate) return false;
+    if (p.day != q.day) return p.day > q.day;
+    return p.stamp > q.stamp;
+}
+
+std::vector<Prepared> prepare(const std::vector<TripKey>& rows) {
+    // distinct names ranked once, so that each row compares by numbers
+    std::vector<std::string> names;
+    std::unordered_map<std::string, long> rank;
+    for (const auto& r : rows)
+        if (auto* n = std::get_if<std::string>(&r.driver); n && rank.emplace(*n, 0).second) names.push_back(*n);
+    std::stable_sort(names.begin(), names.end(),
+                     [](const std::string& a, const std::string& b) { return db::sql::compareText(a, b) < 0; });
+    long k = 0;
+    for (size_t i = 0; i < names.size(); ++i) {
+        if (i > 0 && db::sql::compareText(names[i - 1], names[i]) != 0) ++k;
+        rank[names[i]] = k;
+    }
+    std::unordered_map<double, std::pair<int, int>> parts;  // arrivals repeat: format each once
+    std::vector<Prepared> out;
+    out.reserve(rows.size());
+    for (const auto& r : rows) {
+        Prepared p;
+        if (auto* n = std::get_if<std::string>(&r.driver)) p.driver = rank[*n];
+        if (auto* d = std::get_if<vb::Date>(&r.date)) {
+            p.hasDate = true;
+            p.day = d->serial;
+            std::pair<int, int> hm;
+            if (auto* a = std::get_if<double>(&r.arrival)) {
+                auto it = parts.find(*a);
+                if (it == parts.end()) it = parts.emplace(*a, stampParts(r.arrival)).first;
+                hm = it->second;
+            } else {
+                hm = stampParts(r.arrival);
+            }
+            p.stamp = std::llround(d->serial * 86400) + hm.first * 3600LL + hm.second * 60LL;
+        }
+        out.push_back(p);
+    }
+    return out;
+}
+
+}  // namespace
+
+bool before(const TripKey& a, const TripKey& b) {
+    auto p = prepare({a, b});
+    return earlier(p[0], p[1]);
+}
+
+std::pair<long, long> firstTwo(const std::vector<TripKey>& rows) {
+    auto keys = prepare(rows);
+    long first = -1, second = -1;
+    for (long i = 0; i < long(keys.size()); ++i) {
+        if (first < 0 || earlier(keys[i], keys[first])) {
+            second = first;
+            first = i;
+        } else if (second < 0 || earlier(keys[i], keys[second])) {
+            second = i;
+        }
+    }
+    return {first, second};
 }
 
 }  // namespace trips::calc

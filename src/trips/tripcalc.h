@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "vb/variant.h"
 
@@ -68,6 +70,20 @@ ElapsedResult elapsed(Work& w, const std::string& previousArrival);
 // rate beyond 8 days and another beyond 16. nullopt when the rate is not above 0 or the day is not
 // ticked (the boxes keep what they have).
 std::optional<double> allowance(const Work& w, const std::string& elapsedText, double rate, bool ticked);
+
+// The previous trip's order: driver's name (Null first), then day newest first (Null last), then
+// the day with the arrival as hours.minutes, newest first. Only the first two rows of that order
+// matter, so they are picked in one pass instead of sorting the table.
+struct TripKey {
+    vb::Variant driver, date, arrival;
+};
+// Whether a comes before b in that order.
+bool before(const TripKey& a, const TripKey& b);
+// Positions of the first and second row of the order (-1 when there is none); rows equal in the
+// order keep their table order.
+std::pair<long, long> firstTwo(const std::vector<TripKey>& rows);
+// The sort text of a row's day and arrival ("2026/11/20 08:30:00"), "" when the day is Null.
+std::string arrivalStamp(const TripKey& k);
 
 // A number as the form's boxes show it (CStr: "9", "1,55", "3600").
 std::string numberText(double d);

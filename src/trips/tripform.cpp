@@ -19,6 +19,7 @@
 #include "forms/events.h"
 #include "forms/globals.h"
 #include "forms/grid.h"
+#include "db/database.h"
 #include "print/report.h"
 #include "trips/common.h"
 #include "vb/clock.h"
@@ -874,42 +875,37 @@ void UtNyilvantartasFormX::Command2_Click() {
     }
 }
 
-// The previous trip for the allowance: the first two rows by driver, day and arrival, newest first.
+// The previous trip for the allowance: the first two rows of the whole table by driver, day and
+// arrival, newest first (picked in one pass over three columns, not by sorting the table). The
+// labels of NapidijData show the first of them, where the cursor rests.
 void UtNyilvantartasFormX::previousTrip() {
-    static const std::string stamp =
-        "format(dátum + timeserial(LEFT(Format(ÉrkezésIdeje, '00.00;0;0;0'), 2),  right(Format(ÉrkezésIdeje, "
-        "'00.00;0;0;0'), 2), 0), 'YYYY/MM/DD HH:NN:SS')";
-    if (!quietly([&] {
-            setSource(NapidijData, "SELECT *, " + stamp + " From Utak ORDER BY GkVezetöNeve, Dátum DESC, " + stamp + " DESC",
-                      nullptr);
-        }))
-        return;
-    if (count(NapidijData) < 1) return;
-    vb::Variant day, driver;
-    bool second = quietly([&] {
-        auto& r = NapidijData->rs();
-        r.MoveFirst();
-        day = r.get("Dátum");
-        driver = r.get("GkVezetöNeve");
-        r.MoveNext();
+    std::vector<calc::TripKey> keys;
+    bool read = quietly([&] {
+        auto rs = UtakData->Database()->OpenRecordset("select GkVezetöNeve, Dátum, ÉrkezésIdeje from Utak",
+                                                      db::dbOpenSnapshot);
+        size_t n = rs->size();
+        keys.reserve(n);
+        for (size_t i = 0; i < n; ++i) {
+            auto row = rs->peek(i);
+            keys.push_back({row.at(0), row.at(1), row.at(2)});
+        }
     });
+    if (!read || keys.empty()) return;
+    auto [first, second] = calc::firstTwo(keys);
+    const auto& a = keys[size_t(first)];
+    setText(Label34, calc::timeText(a.arrival));
+    setText(Label35, vb::nullToText(a.driver));
     bool same = false;
-    if (second) {
-        quietly([&] {
-            auto& r = NapidijData->rs();
-            if (r.Eof()) return;
-            vb::Variant d2 = r.get("Dátum"), v2 = r.get("GkVezetöNeve");
-            auto* a = std::get_if<vb::Date>(&day);
-            auto* b = std::get_if<vb::Date>(&d2);
-            auto* n1 = std::get_if<std::string>(&driver);
-            auto* n2 = std::get_if<std::string>(&v2);
-            same = a && b && a->serial == b->serial && n1 && n2 && *n1 == *n2;
-        });
+    if (second >= 0) {
+        const auto& b = keys[size_t(second)];
+        auto* d1 = std::get_if<vb::Date>(&a.date);
+        auto* d2 = std::get_if<vb::Date>(&b.date);
+        auto* n1 = std::get_if<std::string>(&a.driver);
+        auto* n2 = std::get_if<std::string>(&b.driver);
+        same = d1 && d2 && d1->serial == d2->serial && n1 && n2 && *n1 == *n2;
     }
     if (same) {
-        std::string arrival = text(Label34);
-        quietly([&] { NapidijData->rs().MovePrevious(); });
-        setText(MaskEdBox4, arrival);
+        setText(MaskEdBox4, calc::timeText(keys[size_t(second)].arrival));
         auto e = calc::elapsed(work, text(MaskEdBox4));
         setText(Label33, e.elapsedText);
         if (e.allowanceDay) Check1->setChecked(*e.allowanceDay);

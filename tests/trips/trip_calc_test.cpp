@@ -95,6 +95,28 @@ TEST(TripCalc, AllowanceCountsWholeDaysOnly) {
     EXPECT_EQ(allowance(big, "0", 100, true), std::optional<double>(1800));
 }
 
+TEST(TripCalc, PreviousTripOrderTakesTheFirstDriverNewestFirst) {
+    vb::Date d20 = vb::DateSerial(2026, 11, 20), d21 = vb::DateSerial(2026, 11, 21);
+    std::vector<TripKey> rows = {
+        {std::string("Zala Ödön"), d21, 9.0},
+        {std::string("Ábel Péter"), d20, 23.0},
+        {std::string("ábel péter"), vb::Null{}, 7.0},  // the same name in the sort order; no day sorts last
+        {std::string("Ábel Péter"), d20, 12.3},
+        {std::string("Ábel Péter"), d20, 8.3},
+        {std::string("Aba Ödön"), vb::Null{}, 5.0},  // "Aba" before "Ábel": accents after their letter
+    };
+    EXPECT_EQ(firstTwo(rows), (std::pair<long, long>(5, 1)));
+    rows.erase(rows.begin() + 5);
+    EXPECT_EQ(firstTwo(rows), (std::pair<long, long>(1, 3)));
+    rows.push_back({vb::Null{}, d20, 1.0});  // a row without driver comes first of all
+    EXPECT_EQ(firstTwo(rows).first, 5);
+    EXPECT_EQ(arrivalStamp({vb::Null{}, d20, 12.3}), "2026.11.20 12:30:00");  // Format's "/" is the locale's "."
+    EXPECT_EQ(arrivalStamp({vb::Null{}, d20, 12.75}), "2026.11.20 13:15:00");
+    EXPECT_EQ(arrivalStamp({vb::Null{}, vb::Null{}, 12.75}), "");
+    EXPECT_EQ(firstTwo({}), (std::pair<long, long>(-1, -1)));
+    EXPECT_EQ(firstTwo({rows[0]}), (std::pair<long, long>(0, -1)));
+}
+
 TEST(TripCalc, GroupIdAndTimeTexts) {
     std::string id = groupId(vb::DateSerial(2026, 11, 6), 30600.25f);
     EXPECT_EQ(id, "202611630600,25");
