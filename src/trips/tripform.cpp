@@ -293,6 +293,7 @@ void UtNyilvantartasFormX::build() {
     f->addWidget(cap("Label32", "Összesen eltelt"), r, 0);
     f->addWidget(Label33, r, 1);
     auto* prevRow = new QHBoxLayout;
+    prevRow->setSpacing(12);
     prevRow->addWidget(Label34);
     prevRow->addWidget(Label35, 1);
     f->addLayout(prevRow, r++, 2, 1, 2);
@@ -486,11 +487,10 @@ void UtNyilvantartasFormX::wire() {
     clicks(DBGrid3, [this] { DBGrid3_Click(); }, [this] { DBGrid3_Click(); });
     clicks(DBGrid4, [this] { DBGrid4_Click(); }, {});
     clicks(DBGrid5, {}, [this] { DBGrid5_DblClick(); });
-    // In the trip grid a double click edits the cell; the group is chosen by a double click on the
-    // row's heading cell or the first column.
-    DBGrid1->verticalHeader()->show();
-    QObject::connect(DBGrid1->verticalHeader(), &QHeaderView::sectionDoubleClicked, this,
-                     [this](int) { forms::run([this] { DBGrid1_DblClick(); }); });
+    // In the trip grid typing edits a cell and a double click chooses the row's group.
+    DBGrid1->setEditTriggers(QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed |
+                             QAbstractItemView::SelectedClicked);
+    clicks(DBGrid1, {}, [this] { DBGrid1_DblClick(); });
     DBGrid1->RowColChange = [this] { DBGrid1_RowColChange(); };
     DBGrid1->HeadClick = [this](int c) { headerSort(UtakData, DBGrid1, c); };
     DBGrid4->HeadClick = [this](int c) { headerSort(TavData, DBGrid4, c); };

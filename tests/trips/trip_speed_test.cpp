@@ -2,6 +2,7 @@
 // Runs only with KEROVA_BENCH_TRIPS=<rows> in the environment (the demo's trips copied in one batch).
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QThread>
 #include <cstdio>
 #include <cstdlib>
 
@@ -68,6 +69,35 @@ TEST_F(TripSpeedTest, OpenNewTripAndComputeOnALargeTable) {
     qint64 recount = t.restart();
     std::printf("| %zu trips | open %lld ms | Új út %lld ms | OK és Összesít %lld ms | row change %lld ms |\n",
                 f.UtakData->rs().size() ? size_t(std::atoi(env)) : 0, open, newTrip, compute, recount);
+    dialogs->answers = {vb::vbNo};
+    f.Kilepes_Click();
+}
+
+}  // namespace
+
+namespace {
+
+// A look at the log on the demo company: KEROVA_TRIP_SHOT=<png> (run it on a display).
+TEST_F(TripSpeedTest, Screenshot) {
+    const char* path = std::getenv("KEROVA_TRIP_SHOT");
+    if (!path) GTEST_SKIP() << "set KEROVA_TRIP_SHOT=<png>";
+    app::registerAllForms();
+    demoCompany();
+    forms::get(UtNyilvantartasFormX::Name).Show();
+    auto& f = static_cast<UtNyilvantartasFormX&>(form(UtNyilvantartasFormX::Name));
+    f.UjUt_Click();
+    f.Text6->setText("121");
+    f.MaskEdBox1->setText("8,05");
+    f.MaskEdBox2->setText("10,00");
+    f.Text17->setText("612,5");
+    f.Command2_Click();
+    f.showMaximized();
+    for (int i = 0; i < 30; ++i) {
+        QCoreApplication::processEvents();
+        QThread::msleep(50);
+    }
+    f.grab().save(path);
+    if (const char* wait = std::getenv("KEROVA_TRIP_SHOT_WAIT")) QThread::sleep(std::atoi(wait));
     dialogs->answers = {vb::vbNo};
     f.Kilepes_Click();
 }
