@@ -218,6 +218,9 @@ void DBGrid::rowSelected(const QModelIndex& current) {
         if (r.AbsolutePosition() != current.row()) r.setAbsolutePosition(current.row());
         if (RowColChange) RowColChange();
     });
+    // A move that failed (a bound box holds what its column can't take) leaves the set on its
+    // row: the grid's cursor goes back there instead of marking a row that isn't current.
+    if (Row() >= 0 && Row() != current.row()) followRecordset();
 }
 
 }  // namespace forms
