@@ -79,8 +79,8 @@ const GridColumn InvoiceColumns[] = {
     {"Sorszám", "SZAMLASOR", 80},        {"Kelte", "SZML_KELTE", 90},
     {"Teljesítés", "TELJDATUM", 90},     {"Esedékes", "ESEDEKES", 90},
     {"Megnevezés", "MEGNEVEZES", 170},   {"Mennyiség", "MENNYISEG", 80},
-    {"Egys.", "MENNY_EGYS", 50},         {"Nettó egys.ár", "NETTO_EGYS", 95},
-    {"Engedmény %", "ENGEDMENY", 90},    {"Nettó érték", "NETTO_ERTE", 95},
+    {"Egys.", "MENNY_EGYS", 50},         {"Nettó egys.ár", "NETTO_EGYS", 105},
+    {"Engedmény %", "ENGEDMENY", 100},    {"Nettó érték", "NETTO_ERTE", 95},
     {"ÁFA %", "AFA", 60},                {"Pénznem", "PENZNEM", 65},
     {"Eladó", "BerNev", 190},            {"FRSZ", "GkFrsz", 80},
     {"Típus", "GkTipus", 120},           {"Megjegyzés 1", "MEGJEGYZ1", 160},
@@ -108,12 +108,12 @@ const GridColumn InvoiceColumns[] = {
 };
 
 const GridColumn SellerColumns[] = {
-    {"Név", "BerNev", 210},        {"Székhely", "BerSzekhely", 110}, {"Cím", "BerCim", 150},
-    {"Adószám", "BerAdoszam", 100}, {"Ország", "BerOrszag", 55},      {"Azonosító", "recordID", 70},
+    {"Név", "BerNev", 215},        {"Székhely", "BerSzekhely", 105}, {"Cím", "BerCim", 125},
+    {"Adószám", "BerAdoszam", 95}, {"Ország", "BerOrszag", 60},       {"Azonosító", "recordID", 75},
 };
 
 const GridColumn VehicleColumns[] = {
-    {"FRSZ", "GkFrsz", 85},        {"Típus", "GkTipus", 130},        {"Vezető", "GkVezetoNeve", 140},
+    {"FRSZ", "GkFrsz", 85},        {"Típus", "GkTipus", 175},        {"Vezető", "GkVezetoNeve", 150},
     {"l/100 km", "FogyasztásLiter100", 70}, {"Azonosító", "recordID", 70},
 };
 
