@@ -8,6 +8,7 @@
 #include "forms/events.h"
 #include "forms/runtime.h"
 #include "vb/err.h"
+#include "vb/format.h"
 
 namespace forms {
 
@@ -89,7 +90,16 @@ vb::Variant RecordsetModel::value(int r, int column) const {
     return (*values)[idx[column]];
 }
 
-std::string RecordsetModel::text(int r, int column) const { return displayText(value(r, column)); }
+std::string RecordsetModel::text(int r, int column) const {
+    vb::Variant v = value(r, column);
+    if (column >= 0 && column < int(columns_.size()) && !columns_[column].format.empty() && !vb::isNull(v) &&
+        !vb::isEmpty(v)) {
+        std::string s;
+        if (vb::resume([&] { s = vb::Format(v, columns_[column].format); })) return s;
+        vb::Err.Clear();
+    }
+    return displayText(v);
+}
 
 int RecordsetModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }
 int RecordsetModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : int(columns_.size()); }

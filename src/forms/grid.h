@@ -24,6 +24,7 @@ public:
         std::string caption;
         std::string dataField;
         bool visible = true;
+        std::string format;  // a Format mask for the cell's text (a column's NumberFormat); "" none
     };
     explicit RecordsetModel(QObject* parent) : QAbstractTableModel(parent) {}
     void setSource(DataControl* dc);
@@ -67,6 +68,8 @@ public:
     void addColumn(const std::string& caption, const std::string& dataField, int width = 0);
     int columnCount() const { return int(model_->columns().size()); }
     const std::string& DataField(int column) const { return model_->columns().at(column).dataField; }
+    // The column's NumberFormat: its cells show their values through vb::Format with the mask.
+    void setColumnFormat(int column, const std::string& mask) { model_->columns().at(column).format = mask; }
     RecordsetModel* recordsetModel() const { return model_; }
     // Reads the rows again (VB's Refresh).
     void Refresh();

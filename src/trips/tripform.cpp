@@ -432,6 +432,7 @@ void UtNyilvantartasFormX::build() {
     DBGrid1->addColumn("Költség", "Üzemanyagköltség", 70);
     DBGrid1->addColumn("Összesen km", "ÖsszesenKM", 80);
     DBGrid1->addColumn("Csoportazonosító", "CsoportAzonositó", 130);
+    for (int c : {5, 7, 9, 10}) DBGrid1->setColumnFormat(c, calc::TimeFormat);  // "8,30", not "8,3"
     DBGrid1->setAllowUpdate(true);
     DBGrid1->setItemDelegate(new CellDelegate(DBGrid1));
 

@@ -9,6 +9,7 @@
 
 #include "app/app.h"
 #include "forms/datacontrol.h"
+#include "forms/events.h"
 #include "forms/globals.h"
 #include "forms/grid.h"
 #include "trips/tripform.h"
@@ -131,6 +132,41 @@ TEST_F(TripFormTest, AWholeLogSheetOnTheDemoCompany) {
     EXPECT_EQ(dialogs->messages().back(), Form::MandatoryText);
     EXPECT_EQ(forms::find(Form::Name), nullptr);
     EXPECT_EQ(rows("Kerova.dsb", "Utak"), before + 2);
+}
+
+TEST_F(TripFormTest, QuickSearchesKeepTheLastHitAndClearOnLeaving) {
+    demoCompany();
+    auto& f = openTrips();
+    f.show();
+    focus(f, "Text21");
+    type(f, "Text21", "MEG");
+    EXPECT_EQ(forms::text(f.Label24), "11,2");  // the picker stands on MEG-318: its consumption
+    type(f, "Text21", "X");                      // "MEGX" is no plate: back to the last hit
+    EXPECT_EQ(f.GkData->rs().get("GkFrsz"), vb::Variant(std::string("MEG-318")));
+    focus(f, "Text22");
+    EXPECT_EQ(textOf(f, "Text21"), "");
+    f.Text22->setText("Szőke");  // (key events carry ASCII only)
+    EXPECT_EQ(f.GkVezetoData->rs().get("VezetöNeve"), vb::Variant(std::string("Szőke Ödön")));
+    f.DBGrid3_Click();
+    EXPECT_EQ(textOf(f, "Text3"), "Szőke Ödön");
+
+    focus(f, "Text12");
+    f.Text12->setText("Győr");
+    f.DBGrid4_Click();
+    EXPECT_EQ(textOf(f, "Text4"), "Győr");
+    f.Text13->setText("Pécs");  // the other route box is cleared first
+    EXPECT_EQ(textOf(f, "Text12"), "");
+    EXPECT_EQ(f.TavData->rs().get("Hova"), vb::Variant(std::string("Pécs")));
+
+    focus(f, "Text25");
+    type(f, "Text25", "MEG");
+    EXPECT_EQ(textOf(f, "Text1"), "MEG-318");
+    type(f, "Text26", "Iveco");
+    EXPECT_EQ(textOf(f, "Text25"), "");
+    // the grid shows times as the boxes do
+    int row = f.DBGrid1->Row();
+    EXPECT_EQ(f.DBGrid1->cellText(row, 5), textOf(f, "MaskEdBox1"));
+    EXPECT_EQ(dialogs->beeps(), 0);
 }
 
 TEST_F(TripFormTest, OpeningAnEmptyTableOrARowWithoutGroup) {
