@@ -1,7 +1,5 @@
-// `kerova bench-records DIR ROWS`: the record layer on a company whose trip table holds ROWS trips,
-// timed side by side with the earlier Java version of the program on the same data (its jar, when
-// given in KEROVA_JAVA_JAR, fills its own folder with the same generated trips). A Markdown table on
-// stdout for docs/PERFORMANCE.md.
+// `kerova bench-records DIR ROWS`: the record layer on a company whose trip table holds ROWS trips
+// (generated from a fixed seed). A Markdown table on stdout for docs/PERFORMANCE.md.
 #include "cli/bench.h"
 
 #include <algorithm>
@@ -10,7 +8,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -37,7 +34,7 @@ size_t columnAt(const jet::TableDef& def, std::string_view name) {
     throw std::runtime_error("Utak has no column " + std::string(name));
 }
 
-// The trips the Java version's benchmark generates, from the same seed and in the same order.
+// Generated trips, from a fixed seed.
 void fillTrips(const fs::path& file, int count) {
     const char* towns[] = {"Budapest", "Győr", "Debrecen", "Szeged", "Pécs", "Miskolc", "Eger", "Kecskemét"};
     const char* drivers[] = {"Kovács János", "Szőke Ödön", "Nagy Éva", "Tóth Béla", "Fűzi Márta"};
@@ -107,17 +104,6 @@ Round timeRound(int rows) {
     return r;
 }
 
-std::string capture(const std::string& cmd) {
-    std::string out;
-    if (FILE* p = popen(cmd.c_str(), "r")) {
-        char buf[4096];
-        size_t n;
-        while ((n = fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
-        pclose(p);
-    }
-    return out;
-}
-
 }  // namespace
 
 int benchRecords(const std::string& dirName, int rows) {
@@ -136,24 +122,13 @@ int benchRecords(const std::string& dirName, int rows) {
         for (int i = 0; i < 3; ++i) rounds.push_back(timeRound(rows));
         db::closeAll();
 
-        // The Java version on its own folder with the same trips: its lines "kör N: megnyitás+MoveLast
-        // X ms (...), sum() Y ms (...), FindFirst LIKE Z ms".
-        std::vector<Round> java;
-        const char* jar = std::getenv("KEROVA_JAVA_JAR");
-        if (jar && fs::exists(jar)) {
-            std::string out = capture("java -jar '" + std::string(jar) + "' bench '" + (fs::absolute(dirName) / "java").string() +
-                                      "' " + std::to_string(rows) + " 2>&1");
-            std::regex line(R"(megnyitás\+MoveLast (\d+) ms.*sum\(\) (\d+) ms.*FindFirst LIKE (\d+) ms)");
-            for (std::sregex_iterator it(out.begin(), out.end(), line), end; it != end; ++it)
-                java.push_back({std::stod((*it)[1]), std::stod((*it)[2]), std::stod((*it)[3]), 0});
-        }
         auto best = [](const std::vector<Round>& rs, double Round::*f) {
             double b = 1e300;
             for (const auto& r : rs) b = std::min(b, r.*f);
             return b;
         };
         std::printf("\nRecord layer: %d trips in Utak (best of three rounds, ms)\n\n", rows);
-        std::printf("| operation | C++ | Java | Java / C++ |\n|---|---:|---:|---:|\n");
+        std::printf("| operation | ms |\n|---|---:|\n");
         struct Op {
             const char* name;
             double Round::*field;
@@ -162,13 +137,7 @@ int benchRecords(const std::string& dirName, int rows) {
                    {"FindFirst LIKE, last row", &Round::find},
                    {"the four reminder queries", &Round::reminders}};
         for (const auto& op : ops) {
-            double c = best(rounds, op.field);
-            if (!java.empty() && op.field != &Round::reminders) {
-                double j = best(java, op.field);
-                std::printf("| %s | %.1f | %.0f | %.1f |\n", op.name, c, j, c > 0 ? j / c : 0.0);
-            } else {
-                std::printf("| %s | %.1f | - | - |\n", op.name, c);
-            }
+            std::printf("| %s | %.1f |\n", op.name, best(rounds, op.field));
         }
     } catch (const std::exception& e) {
         std::fprintf(stderr, "kerova bench: %s\n", e.what());

@@ -21,17 +21,6 @@ namespace fs = std::filesystem;
 using testsupport::TempDir;
 using company::allFiles;
 
-bool javaToolsAvailable() { return fs::exists(KEROVA_JAVA_JAR); }
-testsupport::CommandResult javaTools(std::vector<std::string> args) {
-    args.insert(args.begin(), {"java", "-jar", KEROVA_JAVA_JAR});
-    return testsupport::run(args);
-}
-
-std::string replaced(std::string s, const std::string& what, const std::string& with) {
-    for (size_t p = s.find(what); p != std::string::npos; p = s.find(what, p + with.size())) s.replace(p, what.size(), with);
-    return s;
-}
-
 std::vector<std::string> names(const company::Table& t, size_t from, size_t to) {
     auto all = t.columnNames();
     return {all.begin() + from, all.begin() + to};
@@ -270,28 +259,6 @@ TEST(CompanyTools, ToolErrorsAreOneLine) {
     EXPECT_EQ(fs::file_size(tmp / "broken" / "Kerova.dsb"), 8192u);  // never written
 }
 
-TEST(CompanyTools, SameOutputAsTheJavaTools) {
-    if (!javaToolsAvailable()) GTEST_SKIP() << "no " << KEROVA_JAVA_JAR;
-    TempDir tmp;
-    // init on fresh folders, and on each other's complete folders.
-    auto ours = testsupport::cli({"init", (tmp / "a").string()});
-    auto theirs = javaTools({"init", (tmp / "b").string()});
-    EXPECT_EQ(ours.out, replaced(theirs.out, (tmp / "b").string(), (tmp / "a").string()));
-    EXPECT_EQ(javaTools({"init", (tmp / "a").string()}).out, testsupport::cli({"init", (tmp / "a").string()}).out);
-    EXPECT_EQ(testsupport::cli({"init", (tmp / "b").string()}).out, "minden adatbázis megvan: " + (tmp / "b").string() + "\n");
-    auto sibOurs = testsupport::cli({"init", "--sibling", (tmp / "a").string()});
-    auto sibTheirs = javaTools({"init", "--sibling", (tmp / "b").string()});
-    EXPECT_EQ(sibOurs.out, replaced(sibTheirs.out, (tmp / "b").string(), (tmp / "a").string()));
-    EXPECT_EQ(javaTools({"check", "--sibling", (tmp / "a").string()}).out, "rendben: " + (tmp / "a").string() + "\n");
-
-    // check on the same damaged folder.
-    fs::path dir = damagedFolder(tmp);
-    auto c1 = testsupport::cli({"check", dir.string()});
-    auto c2 = javaTools({"check", dir.string()});
-    EXPECT_EQ(c1.out, c2.out);
-    EXPECT_EQ(c1.exitCode, c2.exitCode);
-}
-
 TEST(CompanyDemo, FilesPassEveryReaderAndHoldTheDueDeadlines) {
     TempDir tmp;
     fs::path dir = tmp / "demo";
@@ -382,28 +349,6 @@ TEST(CompanyDemo, TablesAgreeWithEachOther) {
         EXPECT_EQ(std::get<double>(current[i]), lastEnd[std::get<std::string>(vplates[i])]);
 }
 
-TEST(CompanyDemo, EqualsTheJavaDemoOfTheSameDay) {
-    if (!javaToolsAvailable()) GTEST_SKIP() << "no " << KEROVA_JAVA_JAR;
-    TempDir tmp;
-    javaTools({"demo", (tmp / "j").string()});  // makes the folder, then finds no display
-    auto ours = testsupport::cli({"demo-data", (tmp / "c").string()});
-    ASSERT_EQ(ours.exitCode, 0) << ours.err;
-    EXPECT_EQ(ours.err, "");
-    int tables = 0;
-    for (const auto& f : databaseFiles(tmp / "c")) {
-        fs::path other = tmp / "j" / fs::relative(f, tmp / "c");
-        auto db = jet::Database::open(f.string(), jet::Database::Mode::ReadOnly);
-        for (const auto& t : db->tableNames()) {
-            auto a = testsupport::run({"mdb-export", f.string(), t}).out;
-            auto b = testsupport::run({"mdb-export", other.string(), t}).out;
-            if (t == "Path") b = replaced(b, (tmp / "j").string(), (tmp / "c").string());
-            EXPECT_EQ(a, b) << f.filename() << " " << t;
-            ++tables;
-        }
-    }
-    EXPECT_EQ(tables, 34);
-}
-
 TEST(CompanySql, SelectUpdateAndBadStatements) {
     TempDir tmp;
     fs::path dir = tmp / "demo";
@@ -434,14 +379,6 @@ TEST(CompanySql, SelectUpdateAndBadStatements) {
               "Motorszám\tTachoOMHEng\na b c\t\n");
     EXPECT_EQ(testsupport::cli({"sql", (tmp / "nincs.dsb").string(), "select * from x"}).err.rfind("hiba 3024: ", 0), 0u);
 
-    if (!javaToolsAvailable()) return;
-    for (std::string q : {"select * from Utak order by Dátum, FRSZ", "select sum(TávolságKm) from Utak",
-                          "select distinct Honnan from UtakTavolsag order by Honnan", "select frm Jarmuvek"}) {
-        auto a = testsupport::cli({"sql", file, q});
-        auto b = javaTools({"sql", file, q});
-        EXPECT_EQ(a.out, b.out) << q;
-        EXPECT_EQ(a.err, b.err) << q;
-    }
 }
 
 }  // namespace
