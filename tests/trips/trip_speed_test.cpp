@@ -56,6 +56,7 @@ TEST_F(TripSpeedTest, OpenNewTripAndComputeOnALargeTable) {
     auto& f = static_cast<UtNyilvantartasFormX&>(form(UtNyilvantartasFormX::Name));
     QCoreApplication::processEvents();
     qint64 open = t.restart();
+
     f.UjUt_Click();
     QCoreApplication::processEvents();
     qint64 newTrip = t.restart();
