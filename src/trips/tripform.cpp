@@ -421,9 +421,9 @@ void UtNyilvantartasFormX::build() {
     DBGrid1->addColumn("Vezető", "GkVezetöNeve", 130);
     DBGrid1->addColumn("Dátum", "Dátum", 90);
     DBGrid1->addColumn("Honnan", "Honnan", 120);
-    DBGrid1->addColumn("Indulás ideje", "IndulásIdeje", 90);
+    DBGrid1->addColumn("Indulás ideje", "IndulásIdeje", 100);
     DBGrid1->addColumn("Hova", "Hova", 120);
-    DBGrid1->addColumn("Érkezés ideje", "ÉrkezésIdeje", 90);
+    DBGrid1->addColumn("Érkezés ideje", "ÉrkezésIdeje", 100);
     DBGrid1->addColumn("Távolság Km", "TávolságKm", 90);
     DBGrid1->addColumn("Kezdés", "VezetöKezdésIdö", 60);
     DBGrid1->addColumn("Végez", "VezetöVégezIdö", 60);
@@ -1109,6 +1109,10 @@ void UtNyilvantartasFormX::Nyomtatas_Click() {
     auto report = print::tableReport("CrystalReport1", "Útnyilvántartás - Kerova", title,
                                      {{"Nap", "Nap", 1.2}, {"Honnan", "honnan", 2}, {"Hová", "hova", 2},
                                       {"Megnevezés", "megnevezés", 2}});
+    if (auto* cim = report.control("Cim")) {  // the long title line shrinks to the paper's width
+        while (cim->font.size > 9 && print::textWidth(title, cim->font) > report.bodyWidth())
+            cim->font = cim->font.withSize(cim->font.size - 0.5);
+    }
     if (auto* rs = NyomData->Recordset(); rs && !rs->closed()) report.setRecordset(*rs);
     reportShown_ = true;
     print::showReport(report);
