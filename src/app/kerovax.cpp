@@ -68,13 +68,6 @@ private:
 };
 
 // A top-level entry of the menu bar that is itself a command (no drop-down).
-QAction* barItem(QWidget* form, QMenuBar* bar, const std::string& name, const std::string& caption) {
-    auto* a = new QAction(qs(caption), form);
-    a->setObjectName(qs(name));
-    bar->addAction(a);
-    return a;
-}
-
 }  // namespace
 
 KerovaX::KerovaX() : RecordForm("KerovaX", std::string("Kerova ") + Version) {
@@ -155,13 +148,13 @@ void KerovaX::buildMenu(QMenuBar* bar) {
     KMNyt = menuItem(GKAdatbe, "KMNyt", "Kilométer nyilvántartás");
     GKSzamlaBe = menuItem(GKAdatbe, "GKSzamlaBe", "Számla rögzítése");
     SzervizModul = menuItem(GKAdatbe, "SzervizModul", "Szerviz (műhely) modul");
-    Lekerdezes = barItem(this, bar, "Lekerdezes", "&Lekérdezés, nyomtatás");
-    UaKtsg = barItem(this, bar, "UaKtsg", "&Üzemanyagköltség kalkulátor");
-    AdatSzerviz = barItem(this, bar, "AdatSzerviz", "S&zerviz");
+    Lekerdezes = menuItem(bar, "Lekerdezes", "&Lekérdezés, nyomtatás");
+    UaKtsg = menuItem(bar, "UaKtsg", "&Üzemanyagköltség kalkulátor");
+    AdatSzerviz = menuItem(bar, "AdatSzerviz", "S&zerviz");
     GkHelp = bar->addMenu("&Segédlet");
     GkHelp->setObjectName("GkHelp");
     Kezik = menuItem(GkHelp, "Kezik", "Kézikönyv");
-    Kilepes = barItem(this, bar, "Kilepes", "&Kilépés");
+    Kilepes = menuItem(bar, "Kilepes", "&Kilépés");
 }
 
 void KerovaX::buildLayout(QMenuBar* bar) {

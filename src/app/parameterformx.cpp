@@ -12,6 +12,7 @@
 #include "app/kerovax.h"
 #include "db/recordset.h"
 #include "forms/events.h"
+#include "forms/layout.h"
 #include "forms/globals.h"
 #include "forms/grid.h"
 #include "vb/conv.h"
@@ -124,13 +125,7 @@ ParameterFormX::ParameterFormX() : RecordForm("ParameterFormX", "Paraméter adat
     lower->addWidget(Frame4, 1);
     top->addLayout(lower, 1);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    for (auto* b : {Command2, Command4, Command3}) {
-        b->setMinimumWidth(120);
-        buttons->addWidget(b);
-    }
-    top->addLayout(buttons);
+    top->addLayout(forms::buttonRow({Command2, Command4, Command3}, 120, true, false));
     resize(1320, 640);
 
     using forms::onClick;

@@ -195,7 +195,7 @@ DBGrid* Form::grid(const std::string& n, QWidget* parent) {
     return named(new DBGrid(parent ? parent : this), n);
 }
 
-QAction* Form::menuItem(QMenu* menu, const std::string& n, const std::string& caption) {
+QAction* Form::menuItem(QWidget* menu, const std::string& n, const std::string& caption) {
     auto* a = named(new QAction(qs(caption), this), n);
     menu->addAction(a);
     return a;

@@ -86,7 +86,8 @@ protected:
     QDateEdit* datePicker(const std::string& controlName, QWidget* parent = nullptr);
     QGroupBox* frame(const std::string& controlName, const std::string& caption, QWidget* parent = nullptr);
     DBGrid* grid(const std::string& controlName, QWidget* parent = nullptr);
-    QAction* menuItem(QMenu* menu, const std::string& actionName, const std::string& caption);
+    // A menu entry on a menu, or a top-level entry on a menu bar.
+    QAction* menuItem(QWidget* menu, const std::string& actionName, const std::string& caption);
 
     void closeEvent(QCloseEvent* e) override;
     void resizeEvent(QResizeEvent* e) override;

@@ -13,6 +13,7 @@
 #include "db/recordset.h"
 #include "forms/datacontrol.h"
 #include "forms/events.h"
+#include "forms/layout.h"
 #include "forms/grid.h"
 #include "forms/runtime.h"
 #include "partners/print.h"
@@ -37,11 +38,6 @@ constexpr const char* CheckText = "Kéri az adatok teljes ellenőrzését?";
 constexpr const char* CheckFailText = "Az adatok ellenőrzése nem végezhető el mezőhiba miatt!";
 constexpr const char* CheckFailTitle = "FIGYELEM! Később javítsa vagy törölje a hibás tétel sorát!";
 
-QLabel* captionOver(QWidget* parent, const std::string& text) {
-    auto* l = new QLabel(forms::qs(text), parent);
-    l->setStyleSheet("font-weight: bold");
-    return l;
-}
 }  // namespace
 
 BeraktarozokFormX::BeraktarozokFormX() : RecordForm("BeraktarozokFormX", "Beszállítók, partnerek adatai törzs - Kerova") {
@@ -115,10 +111,10 @@ BeraktarozokFormX::BeraktarozokFormX() : RecordForm("BeraktarozokFormX", "Beszá
     ProgressBar1->setMaximumHeight(12);
     root->addWidget(ProgressBar1);
 
-    root->addWidget(captionOver(this, "Mozgás a táblában"));
+    root->addWidget(forms::heading(this, "Mozgás a táblában"));
     DBGrid1 = grid("DBGrid1");
     root->addWidget(DBGrid1, 3);
-    root->addWidget(captionOver(this, "Data1-országjel"));
+    root->addWidget(forms::heading(this, "Data1-országjel"));
     DBGrid2 = grid("DBGrid2");
     DBGrid2->setToolTip("Dupla kattintással válasszon!");
     root->addWidget(DBGrid2, 1);
@@ -127,13 +123,7 @@ BeraktarozokFormX::BeraktarozokFormX() : RecordForm("BeraktarozokFormX", "Beszá
     Command1 = button("Command1", "Ország");
     Command4 = button("Command4", "Rögzítés");
     megse = button("megse", "Mégse");
-    auto* buttons = new QHBoxLayout;
-    for (auto* b : {keres, Command1, Command4, megse}) {
-        b->setMinimumWidth(120);
-        buttons->addWidget(b);
-    }
-    buttons->addStretch(1);
-    root->addLayout(buttons);
+    root->addLayout(forms::buttonRow({keres, Command1, Command4, megse}));
 
     const char* columns[][2] = {{"BerNev", "BerNev"}, {"BerIrszam", "BerIrszam"}, {"BerSzekhely", "BerSzekhely"},
                                 {"BerCim", "BerCim"}, {"BerTelefon", "BerTelefon"}, {"BerFax", "BerFax"},

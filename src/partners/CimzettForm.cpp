@@ -12,6 +12,7 @@
 #include "db/recordset.h"
 #include "forms/datacontrol.h"
 #include "forms/events.h"
+#include "forms/layout.h"
 #include "forms/globals.h"
 #include "forms/grid.h"
 #include "forms/runtime.h"
@@ -39,18 +40,6 @@ constexpr const char* InactiveSource = "select * from Címzett where NemAktiv = 
 constexpr const char* AllSource = "select * from Címzett order by Cimnev";
 constexpr const char* ByIdSource = "select * from Címzett order by recordID";
 
-QAction* barItem(QWidget* owner, QMenuBar* bar, const char* name, const char* caption) {
-    auto* a = new QAction(QString::fromUtf8(caption), owner);
-    a->setObjectName(name);
-    bar->addAction(a);
-    return a;
-}
-
-QLabel* captionOver(QWidget* parent, const char* text) {
-    auto* l = new QLabel(QString::fromUtf8(text), parent);
-    l->setStyleSheet("font-weight: bold");
-    return l;
-}
 }  // namespace
 
 CimzettForm::CimzettForm() : RecordForm("CimzettForm", "Partnertörzs - Vevők (címzettek) adatai (CRM alap)") {
@@ -72,9 +61,9 @@ CimzettForm::CimzettForm() : RecordForm("CimzettForm", "Partnertörzs - Vevők (
     Aktivak = menuItem(szur, "Aktivak", "Aktív vevők");
     NemAktiv = menuItem(szur, "NemAktiv", "NEM aktív vevők");
     SzuresKi = menuItem(szur, "SzuresKi", "Szűrés ki (mind)");
-    CimzettNyom = barItem(this, bar, "CimzettNyom", "&Nyomtatás");
-    AtadaS = barItem(this, bar, "AtadaS", "Á&tadás (Választ)");
-    Kilepes = barItem(this, bar, "Kilepes", "&Kilépés (Exit)");
+    CimzettNyom = menuItem(bar, "CimzettNyom", "&Nyomtatás");
+    AtadaS = menuItem(bar, "AtadaS", "Á&tadás (Választ)");
+    Kilepes = menuItem(bar, "Kilepes", "&Kilépés (Exit)");
 
     struct Field {
         QLineEdit** box;
@@ -169,10 +158,10 @@ CimzettForm::CimzettForm() : RecordForm("CimzettForm", "Partnertörzs - Vevők (
     logKey->hide();
     CimzettData->bind(logKey, "recordID");
 
-    root->addWidget(captionOver(this, "Vevők (címzettek)"));
+    root->addWidget(forms::heading(this, "Vevők (címzettek)"));
     DBGrid1 = grid("DBGrid1");
     root->addWidget(DBGrid1, 3);
-    root->addWidget(captionOver(this, "Országjel"));
+    root->addWidget(forms::heading(this, "Országjel"));
     DBGrid2 = grid("DBGrid2");
     DBGrid2->setToolTip("Dupla kattintással válasszon!");
     root->addWidget(DBGrid2, 1);
@@ -181,13 +170,7 @@ CimzettForm::CimzettForm() : RecordForm("CimzettForm", "Partnertörzs - Vevők (
     Command1 = button("Command1", "Keresés országra");
     Command2 = button("Command2", "Új ország megadása");
     Command3 = button("Command3", "Ország törlése");
-    auto* buttons = new QHBoxLayout;
-    for (auto* b : {Command4, Command1, Command2, Command3}) {
-        b->setMinimumWidth(140);
-        buttons->addWidget(b);
-    }
-    buttons->addStretch(1);
-    root->addLayout(buttons);
+    root->addLayout(forms::buttonRow({Command4, Command1, Command2, Command3}, 140));
 
     DBGrid1->bind(CimzettData);
     DBGrid1->addColumn("Név", "CimNev", 240);

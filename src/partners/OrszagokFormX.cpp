@@ -30,13 +30,6 @@ namespace {
 constexpr const char* Mark = "Országjel";
 constexpr const char* Country = "Ország";
 
-QAction* barItem(QWidget* owner, QMenuBar* bar, const char* name, const char* caption) {
-    auto* a = new QAction(QString::fromUtf8(caption), owner);
-    a->setObjectName(name);
-    bar->addAction(a);
-    return a;
-}
-
 bool blank(const vb::Variant& v) { return vb::nullToText(v).empty(); }
 
 // Deletes every row of a source, walking it from the first.
@@ -81,16 +74,16 @@ OrszagokFormX::OrszagokFormX() : RecordForm("OrszagokFormX", "Jelzés- és orsz�
     auto* bar = new QMenuBar(this);
     root->setMenuBar(bar);
     // menu captions that are not given are the buttons'
-    OKMentes = barItem(this, bar, "OKMentes", "OK-Mentés");
-    UjOrsz = barItem(this, bar, "UjOrsz", "Új ország");
-    OTorol = barItem(this, bar, "OTorol", "Töröl");
+    OKMentes = menuItem(bar, "OKMentes", "OK-Mentés");
+    UjOrsz = menuItem(bar, "UjOrsz", "Új ország");
+    OTorol = menuItem(bar, "OTorol", "Töröl");
     QMenu* arch = bar->addMenu("Archiválás");
     arch->setObjectName("OArch");
     OMent = menuItem(arch, "OMent", "Mentés");
-    OTolt = barItem(this, bar, "OTolt", "Visszatöltés");
-    OSeg = barItem(this, bar, "OSeg", "Segédlet");
-    Kilepes = barItem(this, bar, "Kilepes", "Kilépés");
-    AdatAtad = barItem(this, bar, "AdatAtad", "Adat átadása");
+    OTolt = menuItem(bar, "OTolt", "Visszatöltés");
+    OSeg = menuItem(bar, "OSeg", "Segédlet");
+    Kilepes = menuItem(bar, "Kilepes", "Kilépés");
+    AdatAtad = menuItem(bar, "AdatAtad", "Adat átadása");
 
     Label1 = label("Label1", "Országjel (nagy betű):");
     Text1 = textBox("Text1");

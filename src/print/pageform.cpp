@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "forms/events.h"
+#include "forms/layout.h"
 #include "forms/globals.h"
 #include "forms/recordform.h"
 #include "print/paperview.h"
@@ -49,13 +50,7 @@ PageForm::PageForm(std::string name, std::string caption, double paperWidth, dou
     forms::onClick(c3, [this] { Command3_Click(); });
     forms::onClick(pdf, [this] { PdfMentes_Click(); });
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    for (auto* b : {c1, c2, c3, pdf}) {
-        b->setMinimumWidth(110);
-        buttons->addWidget(b);
-    }
-    buttons->addStretch();
+    auto* buttons = forms::buttonRow({c1, c2, c3, pdf}, 110, true, true);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(scroll, 1);

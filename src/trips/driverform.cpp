@@ -95,9 +95,9 @@ void VezetokTorzsFormX::build() {
     SzuresSKI = menuItem(szures, "SzuresSKI", "Szűrés kikapcsolása");
     CsakAktiv->setCheckable(true);
     SzuresSKI->setCheckable(true);
-    AtadaS = topEntry(bar, this, "AtadaS", "&Adatátadás");
-    Segedlet = topEntry(bar, this, "Segedlet", "Segédlet (&Help)");
-    Kilepes = topEntry(bar, this, "Kilepes", "&Kilépés");
+    AtadaS = menuItem(bar, "AtadaS", "&Adatátadás");
+    Segedlet = menuItem(bar, "Segedlet", "Segédlet (&Help)");
+    Kilepes = menuItem(bar, "Kilepes", "&Kilépés");
 
     auto* fields = new QGridLayout;
     fields->setHorizontalSpacing(8);

@@ -107,10 +107,10 @@ void GkUtakTavolsagaTorzsFormX::build() {
     keresesek->setObjectName("Keresesek");
     GTKeresHonnan = menuItem(keresesek, "GTKeresHonnan", "Keresés-honnan");
     GTKeresHova = menuItem(keresesek, "GTKeresHova", "Keresés-hová");
-    GTNyom = topEntry(bar, this, "GTNyom", "&Nyomtatás");
-    AdatAtad = topEntry(bar, this, "AdatAtad", "&Adat átadása");
-    Segedlet = topEntry(bar, this, "Segedlet", "&Segédlet");
-    Kilepes = topEntry(bar, this, "Kilepes", "&Vissza");
+    GTNyom = menuItem(bar, "GTNyom", "&Nyomtatás");
+    AdatAtad = menuItem(bar, "AdatAtad", "&Adat átadása");
+    Segedlet = menuItem(bar, "Segedlet", "&Segédlet");
+    Kilepes = menuItem(bar, "Kilepes", "&Vissza");
 
     auto* fields = new QGridLayout;
     fields->setHorizontalSpacing(8);

@@ -10,6 +10,7 @@
 
 #include "db/recordset.h"
 #include "forms/events.h"
+#include "forms/layout.h"
 #include "forms/globals.h"
 #include "forms/grid.h"
 #include "forms/runtime.h"
@@ -28,12 +29,6 @@ using vb::Err;
 using vb::resume;
 
 namespace {
-QAction* barItem(QWidget* owner, QMenuBar* bar, const char* name, const char* caption) {
-    auto* a = new QAction(QString::fromUtf8(caption), owner);
-    a->setObjectName(name);
-    bar->addAction(a);
-    return a;
-}
 }  // namespace
 
 WorkshopMasterForm::WorkshopMasterForm(Master m) : RecordForm(m.name, m.title), master_(std::move(m)) {
@@ -44,10 +39,10 @@ WorkshopMasterForm::WorkshopMasterForm(Master m) : RecordForm(m.name, m.title), 
     auto* root = new QVBoxLayout(this);
     auto* bar = new QMenuBar(this);
     root->setMenuBar(bar);
-    Mentes = barItem(this, bar, "Mentes", "&Mentés-OK");
-    Nyomtat = barItem(this, bar, "Nyomtat", "&Nyomtatás");
-    Segedlet = barItem(this, bar, "Segedlet", "&Segédlet");
-    Kilepes = barItem(this, bar, "Kilepes", "&Kilépés");
+    Mentes = menuItem(bar, "Mentes", "&Mentés-OK");
+    Nyomtat = menuItem(bar, "Nyomtat", "&Nyomtatás");
+    Segedlet = menuItem(bar, "Segedlet", "&Segédlet");
+    Kilepes = menuItem(bar, "Kilepes", "&Kilépés");
 
     Text1 = textBox("Text1");
     Label1 = label("Label1", "- gyorskereső");
@@ -86,13 +81,7 @@ WorkshopMasterForm::WorkshopMasterForm(Master m) : RecordForm(m.name, m.title), 
     Command1->setToolTip("Új adat, sor");
     Command2->setToolTip("Kijelölt sort véglegesen törli");
     Command3->setToolTip("Kiválaszt és helyettesít");
-    auto* buttons = new QHBoxLayout;
-    for (auto* b : {Command1, Command2, Command3}) {
-        b->setMinimumWidth(130);
-        buttons->addWidget(b);
-    }
-    buttons->addStretch(1);
-    root->addLayout(buttons);
+    root->addLayout(forms::buttonRow({Command1, Command2, Command3}, 130));
 
     NyelvData->bind(Text2, ms.nameField);
     NyelvData->bind(secondField, ms.codeField);
