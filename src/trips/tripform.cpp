@@ -688,12 +688,17 @@ void UtNyilvantartasFormX::quick(forms::DataControl* dc, const std::string& colu
 
 // ---- the masters opened from the form ----------------------------------------------------------
 
+bool UtNyilvantartasFormX::backFromMaster(forms::DataControl* source, forms::DBGrid* grid) {
+    if (!isLoaded()) return false;
+    quietly([&] { source->Refresh(); });
+    grid->Refresh();
+    return true;
+}
+
 void UtNyilvantartasFormX::Jarmuvek_Click() {
     Globals::PickedVehiclePlate.clear();
     bool picked = openPicker("GKTorzsFormX", Name);
-    if (!isLoaded()) return;
-    quietly([&] { GkData->Refresh(); });
-    DBGrid2->Refresh();
+    if (!backFromMaster(GkData, DBGrid2)) return;
     if (picked && !Globals::PickedVehiclePlate.empty()) {
         // the picker grid stands on the vehicle handed over, so its consumption is the one used
         if (findFirst(GkData, "[GkFrsz] = '" + Globals::PickedVehiclePlate + "'")) DBGrid2_Click();
@@ -704,9 +709,7 @@ void UtNyilvantartasFormX::Jarmuvek_Click() {
 void UtNyilvantartasFormX::Jarmuvezetok_Click() {
     Globals::PickedDriverName.clear();
     bool picked = openPicker("VezetokTorzsFormX", Name);
-    if (!isLoaded()) return;
-    quietly([&] { GkVezetoData->Refresh(); });
-    DBGrid3->Refresh();
+    if (!backFromMaster(GkVezetoData, DBGrid3)) return;
     if (picked && !Globals::PickedDriverName.empty()) {
         findFirst(GkVezetoData, "[VezetöNeve] = '" + Globals::PickedDriverName + "'");
         setText(Text3, Globals::PickedDriverName);
@@ -717,9 +720,7 @@ void UtNyilvantartasFormX::UtakTavok_Click() {
     Globals::RoutePicked = 0;
     Globals::CurrentFormName = Name;
     forms::get("GkUtakTavolsagaTorzsFormX").Show(true);
-    if (!isLoaded()) return;
-    quietly([&] { TavData->Refresh(); });
-    DBGrid4->Refresh();
+    if (!backFromMaster(TavData, DBGrid4)) return;
     if (Globals::RoutePicked == 1) {
         setText(Text4, Globals::PickedFrom);
         setText(Text5, Globals::PickedTo);
@@ -739,9 +740,7 @@ void UtNyilvantartasFormX::Megnevezesek_Click() {
 void UtNyilvantartasFormX::PartnereK_Click() {
     Globals::PickedPartnerName.clear();
     bool picked = openPicker("BeraktarozokFormX", Name);
-    if (!isLoaded()) return;
-    quietly([&] { PartnerData->Refresh(); });
-    DBGrid5->Refresh();
+    if (!backFromMaster(PartnerData, DBGrid5)) return;
     if (picked && !Globals::PickedPartnerName.empty()) {
         if (findFirst(PartnerData, "[BerNev] = '" + Globals::PickedPartnerName + "'")) DBGrid5_DblClick();
         else setText(Text14, Globals::PickedPartnerName);

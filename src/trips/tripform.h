@@ -110,6 +110,9 @@ private:
     void groupTotal(const std::string& sql, bool store);
     void previousTrip();
     void reloadPurposes();
+    // After a master opened from the menu closed: its source read again and its grid redrawn;
+    // false when the trip form itself was unloaded meanwhile.
+    bool backFromMaster(forms::DataControl* source, forms::DBGrid* grid);
     void quick(forms::DataControl* dc, const std::string& column, const std::string& typed, vb::Variant* mark);
     bool gridCellCheck(int row, int column, std::string& text);
     void leave(std::initializer_list<forms::DataControl*> sources);
