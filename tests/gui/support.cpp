@@ -1,6 +1,7 @@
 #include "gui/support.h"
 
 #include <QApplication>
+#include <QThread>
 #include <cstdlib>
 
 #include "company/demo.h"
@@ -11,6 +12,17 @@
 #include "vb/clock.h"
 
 namespace kerova_test {
+
+void shoot(QWidget& w, const std::string& name) {
+    w.move(0, 0);
+    for (int i = 0; i < 20; ++i) {
+        QApplication::processEvents();
+        QThread::msleep(25);
+    }
+    std::string out = std::string(std::getenv("KEROVA_SHOTS")) + "/" + name + ".png";
+    std::string cmd = "import -window root '" + out + "'";
+    if (std::system(cmd.c_str()) != 0) w.grab().save(QString::fromStdString(out));
+}
 
 void GuiTest::SetUp() {
     Globals::reset();

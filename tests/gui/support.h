@@ -20,6 +20,10 @@ namespace kerova_test {
 
 using testsupport::TempDir;
 
+// Saves what the screen shows (or the widget's own picture) as KEROVA_SHOTS/NAME.png, once the
+// window has settled (screenshot tests, for a person to look at).
+void shoot(QWidget& w, const std::string& name);
+
 class GuiTest : public ::testing::Test {
 protected:
     void SetUp() override;

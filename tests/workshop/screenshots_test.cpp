@@ -13,16 +13,7 @@
 
 namespace {
 
-void shoot(QWidget& w, const std::string& name) {
-    w.move(0, 0);
-    for (int i = 0; i < 20; ++i) {
-        QApplication::processEvents();
-        QThread::msleep(25);
-    }
-    std::string out = std::string(std::getenv("KEROVA_SHOTS")) + "/" + name + ".png";
-    std::string cmd = "import -window root '" + out + "'";
-    if (std::system(cmd.c_str()) != 0) w.grab().save(QString::fromStdString(out));
-}
+using kerova_test::shoot;
 
 class WorkshopScreenshots : public kerova_test::GuiTest {};
 
