@@ -1,6 +1,7 @@
 #include "forms/form.h"
 
 #include <QAction>
+#include <QBackingStore>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -90,6 +91,13 @@ void Form::Hide() {
     closingByRuntime_ = true;
     hide();
     closingByRuntime_ = false;
+    // A hidden form gives back its window's pixels (megabytes for a large form): its backing store
+    // shrinks to one pixel, and the next Show grows it and paints the form anew.
+    if (QBackingStore* store = backingStore()) {
+        store->resize(QSize(1, 1));
+        store->beginPaint(QRegion(0, 0, 1, 1));
+        store->endPaint();
+    }
     detail::formHidden(*this);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QEventLoop>
 #include <QPointer>
+#include <QScreen>
 #include <map>
 
 #include "forms/form.h"
@@ -44,6 +45,17 @@ void unexpected(int number, const std::string& description) {
     } catch (...) {
         // the box itself failed: nothing more to do
     }
+}
+
+// A form drawn for a large screen opens no larger than the screen it is on (a 1366x768 laptop),
+// as far as its layout's minimum allows; the room for the window frame is an estimate, as the frame
+// is only known once the window is shown.
+void fitToScreen(Form& f) {
+    const QScreen* screen = f.screen();
+    if (!screen || f.isVisible()) return;
+    QSize room = screen->availableGeometry().size() - QSize(16, 48);
+    QSize size = f.size().boundedTo(room).expandedTo(f.minimumSizeHint());
+    if (size != f.size()) f.resize(size);
 }
 
 void activateForm(Form& f) {
@@ -163,6 +175,7 @@ void showForm(Form& f, bool modal) {
     auto& s = st();
     bool already = f.shown_ && s.active == &f;
     f.shown_ = true;
+    fitToScreen(f);
     if (!modal) {
         f.show();
         f.raise();

@@ -1,9 +1,13 @@
 // The forms runtime as a form sees it: bound widgets writing on move, the grid following the
 // Recordset, the close box taking the exit handler, the error guard, key filters, modal forms.
+#include <QApplication>
+#include <QBackingStore>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QTest>
 
 #include "db/recordset.h"
 #include "forms/datacontrol.h"
@@ -161,6 +165,27 @@ TEST_F(RuntimeTest, AnUnknownFormIsAStandIn) {
     EXPECT_EQ(textOf(f, "Label1"), "Ez a modul még nem készült el.");
     click(f, "Kilepes");
     EXPECT_EQ(find("NincsIlyenForm"), nullptr);
+}
+
+// The window's pixels: no larger than the screen, given back while the form is hidden.
+TEST_F(RuntimeTest, AFormFitsTheScreenAndAHiddenFormHoldsNoPixels) {
+    auto& f = names();
+    f.resize(5000, 4000);
+    f.Show();
+    QSize screen = f.screen()->availableGeometry().size();
+    EXPECT_LE(f.width(), std::max(screen.width(), f.minimumSizeHint().width()));
+    EXPECT_LE(f.height(), std::max(screen.height(), f.minimumSizeHint().height()));
+    EXPECT_GT(f.width(), screen.width() / 2);
+
+    QApplication::processEvents();
+    ASSERT_NE(f.backingStore(), nullptr);
+    EXPECT_EQ(f.backingStore()->size(), f.size());
+    f.Hide();
+    EXPECT_EQ(f.backingStore()->size(), QSize(1, 1));
+    f.Show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&f));
+    QApplication::processEvents();
+    EXPECT_EQ(f.backingStore()->size(), f.size());
 }
 
 }  // namespace
