@@ -74,7 +74,7 @@ int bareWindow() {
     QMainWindow window;
     window.menuBar()->addMenu("Törzsek")->addAction("Járművek");
     window.setCentralWidget(new QTableView);
-    window.resize(1500, 900);
+    window.resize(1340, 760);
     window.show();
     QTimer::singleShot(0, [] {
         std::printf("shown\n");

@@ -159,6 +159,11 @@ void GKTorzsFormX::build() {
         int row = rows[col]++;
         auto* c = label(captionOf + "Caption", caption);
         c->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        // a caption longer than 210 pixels takes two lines, so that the form fits a 1366 pixel wide
+        // screen; the shorter ones stay on one
+        c->setWordWrap(true);
+        c->setMinimumWidth(std::min(c->fontMetrics().horizontalAdvance(c->text()) + 4, 210));
+        c->setMaximumWidth(210);
         fields->addWidget(c, row, col * 4);
         auto* cell = new QHBoxLayout;
         cell->setSpacing(4);
@@ -167,12 +172,12 @@ void GKTorzsFormX::build() {
         fields->addLayout(cell, row, col * 4 + 1);
         if (mark) fields->addWidget(mark, row, col * 4 + 2);
     };
-    auto box = [&](const char* name, int width = 150) {
+    auto box = [&](const char* name, int width = 120) {
         auto* t = textBox(name);
         t->setFixedWidth(width);
         return t;
     };
-    auto picker = [&](const char* name, int width = 150) {
+    auto picker = [&](const char* name, int width = 120) {
         auto* d = datePicker(name);
         d->setFixedWidth(width);
         // an unbound or never-set picker shows today, as VB's date picker does
@@ -192,16 +197,16 @@ void GKTorzsFormX::build() {
     place(0, "Text3", "Hengerűrtartalom:", {Text3});
     Text4 = box("Text4");
     place(0, "Text4", "Fogyasztás (lit/100km):", {Text4});
-    Text5 = box("Text5", 220);
+    Text5 = box("Text5", 190);
     place(0, "Text5", "Járművezető neve:", {Text5});
-    Text14 = box("Text14", 220);
+    Text14 = box("Text14", 190);
     place(0, "Text14", "Alvázszám:", {Text14});
-    Text15 = box("Text15", 220);
+    Text15 = box("Text15", 190);
     place(0, "Text15", "Motorszám:", {Text15});
-    Text13 = box("Text13", 220);
+    Text13 = box("Text13", 190);
     place(0, "Text13", "Tulajdonos- vagy alvállalkozó neve:", {Text13});
     Combo1 = comboBox("Combo1");
-    Combo1->setFixedWidth(220);
+    Combo1->setFixedWidth(190);
     place(0, "Combo1", "Tulajdonos kiválasztása szerviz törzsből", {Combo1});
 
     // service, readings and costs
@@ -223,12 +228,12 @@ void GKTorzsFormX::build() {
     Text8 = box("Text8");
     place(1, "Text8", "CASCO havi díja (Ft):", {Text8});
     Label17 = expired("Label17");
-    DTPicker3 = picker("DTPicker3", 110);
-    Text9 = box("Text9", 90);
+    DTPicker3 = picker("DTPicker3", 105);
+    Text9 = box("Text9", 80);
     place(1, "Text9", "Kötelező biztosítás dátuma, díja:", {DTPicker3, Text9}, Label17);
     Label39 = expired("Label39");
-    DTPicker8 = picker("DTPicker8", 110);
-    Text22 = box("Text22", 90);
+    DTPicker8 = picker("DTPicker8", 105);
+    Text22 = box("Text22", 80);
     Text22->setToolTip("Nemzetközi biztosítás díja");
     place(1, "DTPicker8", "Nemzetközi biztosítás dátuma, díja:", {DTPicker8, Text22}, Label39);
     Label16 = expired("Label16");
@@ -339,7 +344,7 @@ void GKTorzsFormX::build() {
     Label21->setVisible(false);
     Command1->setVisible(false);
     VisszaEles->setVisible(false);
-    resize(1500, 900);
+    resize(1340, 760);
 }
 
 void GKTorzsFormX::bindings() {
