@@ -15,7 +15,6 @@
 
 #include "cli/bench.h"
 #include "company/demo.h"
-#include "jet/database.h"
 
 namespace kerova {
 
@@ -23,32 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
-
-// The demo's trips copied over and over, each copy a day later, up to `rows` trips in all.
-void growTrips(const fs::path& file, int rows) {
-    auto db = jet::Database::open(file.string());
-    jet::Table& t = db->table("Utak");
-    std::vector<jet::Row> demo;
-    t.scan([&](jet::RowId, const jet::Row& r) {
-        demo.push_back(r);
-        return true;
-    });
-    if (demo.empty()) throw std::runtime_error("the demo company has no trips to copy");
-    size_t dateColumn = SIZE_MAX;
-    for (size_t i = 0; i < t.def().columns.size(); ++i)
-        if (t.def().columns[i].name == "Dátum") dateColumn = i;
-    db->begin();
-    for (int n = int(t.rowCount()), copy = 1; n < rows; ++copy) {
-        for (const auto& r : demo) {
-            if (n++ >= rows) break;
-            jet::Row row = r;
-            if (dateColumn != SIZE_MAX)
-                if (auto* d = std::get_if<jet::DateTime>(&row[dateColumn])) d->days -= copy;
-            t.insert(std::move(row));
-        }
-    }
-    db->commit();
-}
 
 struct Run {
     double startMs = -1;
@@ -96,7 +69,7 @@ int benchStart(const std::string& dirName, int rows) {
     fs::path small = dir / "start-demo", large = dir / ("start-" + std::to_string(rows));
     try {
         company::createDemo(small);
-        if (company::createDemo(large).created) growTrips(large / "Kerova.dsb", rows);
+        if (company::createDemo(large).created) company::growTrips(large / "Kerova.dsb", rows);
     } catch (const std::exception& e) {
         std::fprintf(stderr, "kerova bench-start: %s\n", e.what());
         return 1;

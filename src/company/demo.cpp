@@ -1438,4 +1438,29 @@ DemoResult createDemo(const fs::path& dir) {
     return createDemo(dir, today);
 }
 
+void growTrips(const std::filesystem::path& kerovaDsb, int rows) {
+    auto db = jet::Database::open(kerovaDsb.string());
+    jet::Table& t = db->table("Utak");
+    std::vector<jet::Row> demo;
+    t.scan([&](jet::RowId, const jet::Row& r) {
+        demo.push_back(r);
+        return true;
+    });
+    if (demo.empty()) throw std::runtime_error("the company has no trips to copy");
+    size_t dateColumn = SIZE_MAX;
+    for (size_t i = 0; i < t.def().columns.size(); ++i)
+        if (t.def().columns[i].name == "Dátum") dateColumn = i;
+    db->begin();
+    for (int n = int(t.rowCount()), copy = 1; n < rows; ++copy) {
+        for (const auto& r : demo) {
+            if (n++ >= rows) break;
+            jet::Row row = r;
+            if (dateColumn != SIZE_MAX)
+                if (auto* d = std::get_if<jet::DateTime>(&row[dateColumn])) d->days -= copy;
+            t.insert(std::move(row));
+        }
+    }
+    db->commit();
+}
+
 }  // namespace company

@@ -30,4 +30,8 @@ DemoResult createDemo(const std::filesystem::path& dir, std::chrono::sys_days to
 // The same with today's local date.
 DemoResult createDemo(const std::filesystem::path& dir);
 
+// Grows the trip table `Utak` of a company's Kerova.dsb to `rows` trips for speed measurements: the
+// trips there are copied over and over in one batch, each copy a day earlier.
+void growTrips(const std::filesystem::path& kerovaDsb, int rows);
+
 }  // namespace company

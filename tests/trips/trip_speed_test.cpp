@@ -1,5 +1,5 @@
 // Speed of the trip log on a large Utak: opening on the last row, "Új út" and "OK és Összesít".
-// Runs only with KEROVA_BENCH_TRIPS=<rows> in the environment (the demo's trips copied in one batch).
+// Runs only with KEROVA_BENCH_TRIPS=<rows> in the environment (the demo's trips grown in one batch).
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QThread>
@@ -7,8 +7,8 @@
 #include <cstdlib>
 
 #include "app/app.h"
+#include "company/demo.h"
 #include "forms/globals.h"
-#include "jet/database.h"
 #include "trips/tripform.h"
 #include "trips_support.h"
 #include "vb/constants.h"
@@ -18,30 +18,6 @@ using trips::UtNyilvantartasFormX;
 
 namespace {
 
-void growTrips(const std::string& file, int rows) {
-    auto db = jet::Database::open(file);
-    jet::Table& t = db->table("Utak");
-    std::vector<jet::Row> demo;
-    t.scan([&](jet::RowId, const jet::Row& r) {
-        demo.push_back(r);
-        return true;
-    });
-    size_t dateColumn = SIZE_MAX;
-    for (size_t i = 0; i < t.def().columns.size(); ++i)
-        if (t.def().columns[i].name == "Dátum") dateColumn = i;
-    db->begin();
-    for (int n = int(t.rowCount()), copy = 1; n < rows; ++copy) {
-        for (const auto& r : demo) {
-            if (n++ >= rows) break;
-            jet::Row row = r;
-            if (dateColumn != SIZE_MAX)
-                if (auto* d = std::get_if<jet::DateTime>(&row[dateColumn])) d->days -= copy;
-            t.insert(std::move(row));
-        }
-    }
-    db->commit();
-}
-
 class TripSpeedTest : public TripsTest {};
 
 TEST_F(TripSpeedTest, OpenNewTripAndComputeOnALargeTable) {
@@ -49,7 +25,7 @@ TEST_F(TripSpeedTest, OpenNewTripAndComputeOnALargeTable) {
     if (!env) GTEST_SKIP() << "set KEROVA_BENCH_TRIPS=<rows>";
     app::registerAllForms();
     demoCompany();
-    growTrips((dir.path() / "Kerova.dsb").string(), std::atoi(env));
+    company::growTrips(dir.path() / "Kerova.dsb", std::atoi(env));
     db::closeAll();
     QElapsedTimer t;
     t.start();
