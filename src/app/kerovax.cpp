@@ -78,7 +78,7 @@ KerovaX::KerovaX() : RecordForm("KerovaX", std::string("Kerova ") + Version) {
     PathData = data("PathData", "parameter.dsb", "Path");
     KMData = data("KMData", "kerova.dsb", "UtakKilometerNyt");
 
-    auto* bar = new QMenuBar(this);
+    auto* bar = menuBar(nullptr);
     bar->setObjectName("MenuBar");
     buildMenu(bar);
     buildLayout(bar);
@@ -132,8 +132,7 @@ KerovaX::KerovaX() : RecordForm("KerovaX", std::string("Kerova ") + Version) {
 }
 
 void KerovaX::buildMenu(QMenuBar* bar) {
-    Torzsek = bar->addMenu("&Törzsek");
-    Torzsek->setObjectName("Torzsek");
+    Torzsek = menu(bar, "Torzsek", "&Törzsek");
     UtTav = menuItem(Torzsek, "UtTav", "Távolságok");
     Gepkocsik = menuItem(Torzsek, "Gepkocsik", "Járművek");
     Vezetok = menuItem(Torzsek, "Vezetok", "Vezetők");
@@ -142,8 +141,7 @@ void KerovaX::buildMenu(QMenuBar* bar) {
     Uzemelteto = menuItem(Torzsek, "Uzemelteto", "Nyilvántartó adatai");
     AlkatreszTorzse = menuItem(Torzsek, "AlkatreszTorzse", "Cikkszámok - Alkatrészek");
     ParameterAdat = menuItem(Torzsek, "ParameterAdat", "Paraméter adatok");
-    GKAdatbe = bar->addMenu("&Adatbevitel");
-    GKAdatbe->setObjectName("GKAdatbe");
+    GKAdatbe = menu(bar, "GKAdatbe", "&Adatbevitel");
     KerovatUj = menuItem(GKAdatbe, "KerovatUj", "Útnyilvántartás");
     KMNyt = menuItem(GKAdatbe, "KMNyt", "Kilométer nyilvántartás");
     GKSzamlaBe = menuItem(GKAdatbe, "GKSzamlaBe", "Számla rögzítése");
@@ -151,8 +149,7 @@ void KerovaX::buildMenu(QMenuBar* bar) {
     Lekerdezes = menuItem(bar, "Lekerdezes", "&Lekérdezés, nyomtatás");
     UaKtsg = menuItem(bar, "UaKtsg", "&Üzemanyagköltség kalkulátor");
     AdatSzerviz = menuItem(bar, "AdatSzerviz", "S&zerviz");
-    GkHelp = bar->addMenu("&Segédlet");
-    GkHelp->setObjectName("GkHelp");
+    GkHelp = menu(bar, "GkHelp", "&Segédlet");
     Kezik = menuItem(GkHelp, "Kezik", "Kézikönyv");
     Kilepes = menuItem(bar, "Kilepes", "&Kilépés");
 }

@@ -55,10 +55,8 @@ ParameterFormX::ParameterFormX() : RecordForm("ParameterFormX", "Paraméter adat
     MennyData = data("MennyData", "parameter.dsb", "MennyisegiEgyseg");
     EgyebData = data("EgyebData", "parameter.dsb", "Egyebek");
 
-    auto* bar = new QMenuBar(this);
-    Kilepes = new QAction("Kilépés", this);
-    Kilepes->setObjectName("Kilepes");
-    bar->addAction(Kilepes);
+    auto* bar = menuBar(nullptr);
+    Kilepes = menuItem(bar, "Kilepes", "Kilépés");
 
     DBGrid1 = grid("DBGrid1");
     DBGrid2 = grid("DBGrid2");

@@ -24,10 +24,8 @@ UzemeltetokForm::UzemeltetokForm() : RecordForm("UzemeltetokForm", "Nyilvántart
     Betarol = data("Betarol", "Torzsek.dsb", "Bettorzs");
     Regisztralas = data("Regisztrálás", "Regiszt.dsb", "Regisztrálás");
 
-    auto* bar = new QMenuBar(this);
-    Kilepes = new QAction("Kilépés", this);
-    Kilepes->setObjectName("Kilepes");
-    bar->addAction(Kilepes);
+    auto* bar = menuBar(nullptr);
+    Kilepes = menuItem(bar, "Kilepes", "Kilépés");
 
     auto* grid = new QGridLayout(this);
     grid->setMenuBar(bar);

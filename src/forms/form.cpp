@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -201,6 +202,18 @@ QGroupBox* Form::frame(const std::string& n, const std::string& caption, QWidget
 
 DBGrid* Form::grid(const std::string& n, QWidget* parent) {
     return named(new DBGrid(parent ? parent : this), n);
+}
+
+QMenuBar* Form::menuBar(QLayout* outer) {
+    auto* bar = new QMenuBar(this);
+    if (outer) outer->setMenuBar(bar);
+    return bar;
+}
+
+QMenu* Form::menu(QMenuBar* bar, const std::string& n, const std::string& caption) {
+    auto* m = bar->addMenu(qs(caption));
+    m->setObjectName(qs(n));
+    return m;
 }
 
 QAction* Form::menuItem(QWidget* menu, const std::string& n, const std::string& caption) {

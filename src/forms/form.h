@@ -19,6 +19,8 @@ class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QMenu;
+class QMenuBar;
+class QLayout;
 class QPushButton;
 class QTextEdit;
 
@@ -86,6 +88,10 @@ protected:
     QDateEdit* datePicker(const std::string& controlName, QWidget* parent = nullptr);
     QGroupBox* frame(const std::string& controlName, const std::string& caption, QWidget* parent = nullptr);
     DBGrid* grid(const std::string& controlName, QWidget* parent = nullptr);
+    // The form's menu bar, above the form's outer layout.
+    QMenuBar* menuBar(QLayout* outer);
+    // A menu on the menu bar, named after its entry.
+    QMenu* menu(QMenuBar* bar, const std::string& menuName, const std::string& caption);
     // A menu entry on a menu, or a top-level entry on a menu bar.
     QAction* menuItem(QWidget* menu, const std::string& actionName, const std::string& caption);
 

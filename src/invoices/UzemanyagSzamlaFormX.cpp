@@ -130,10 +130,8 @@ UzemanyagSzamlaFormX::UzemanyagSzamlaFormX() : RecordForm(Name, "Bejövő száml
     JarmData = data("JarmData", "Kerova.dsb", "Jarmuvek");
 
     auto* root = new QVBoxLayout(this);
-    auto* bar = new QMenuBar(this);
-    root->setMenuBar(bar);
-    QMenu* adat = bar->addMenu("Adat&műveletek");
-    adat->setObjectName("SzamlaAdatm");
+    auto* bar = menuBar(root);
+    QMenu* adat = menu(bar, "SzamlaAdatm", "Adat&műveletek");
     UjSzamla = menuItem(adat, "UjSzamla", "Új számla");
     Torles = menuItem(adat, "Torles", "Számlasor törlése");
     adat->addSeparator();

@@ -47,10 +47,8 @@ BeraktarozokFormX::BeraktarozokFormX() : RecordForm("BeraktarozokFormX", "Beszá
     Regisztralas = data("Regisztrálás", "Regiszt.dsb", "Regisztrálás");
 
     auto* root = new QVBoxLayout(this);
-    auto* bar = new QMenuBar(this);
-    root->setMenuBar(bar);
-    QMenu* adatkez = bar->addMenu("&Adatkezelés");
-    adatkez->setObjectName("BeszAdatkez");
+    auto* bar = menuBar(root);
+    QMenu* adatkez = menu(bar, "BeszAdatkez", "&Adatkezelés");
     UjAdat = menuItem(adatkez, "UjAdat", "Új beszállító");
     BeszallTorol = menuItem(adatkez, "BeszallTorol", "Törlés");
     BeszNyom = menuItem(adatkez, "BeszNyom", "Nyomtatás");

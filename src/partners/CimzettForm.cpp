@@ -48,16 +48,13 @@ CimzettForm::CimzettForm() : RecordForm("CimzettForm", "Partnertörzs - Vevők (
     RegisztData = data("RegisztData", "Regiszt.dsb", "Regisztrálás");
 
     auto* root = new QVBoxLayout(this);
-    auto* bar = new QMenuBar(this);
-    root->setMenuBar(bar);
-    QMenu* adat = bar->addMenu("&Adatkezelés");
-    adat->setObjectName("Adatkezeles");
+    auto* bar = menuBar(root);
+    QMenu* adat = menu(bar, "Adatkezeles", "&Adatkezelés");
     UjAdat = menuItem(adat, "UjAdat", "Új adat");
     RekordDupla = menuItem(adat, "RekordDupla", "Rekord duplázás");
     CimzettTorol = menuItem(adat, "CimzettTorol", "Törlés (adatsor)");
     OsszTorol = menuItem(adat, "OsszTorol", "Összes adat törlése");
-    QMenu* szur = bar->addMenu("&Szűrések");
-    szur->setObjectName("Szuresek");
+    QMenu* szur = menu(bar, "Szuresek", "&Szűrések");
     Aktivak = menuItem(szur, "Aktivak", "Aktív vevők");
     NemAktiv = menuItem(szur, "NemAktiv", "NEM aktív vevők");
     SzuresKi = menuItem(szur, "SzuresKi", "Szűrés ki (mind)");

@@ -71,14 +71,12 @@ OrszagokFormX::OrszagokFormX() : RecordForm("OrszagokFormX", "Jelzés- és orsz�
     OrszagJelArchivData = data("OrszagJelArchivData", "Parameter.dsb", "OrszagjelArchiv");
 
     auto* root = new QVBoxLayout(this);
-    auto* bar = new QMenuBar(this);
-    root->setMenuBar(bar);
+    auto* bar = menuBar(root);
     // menu captions that are not given are the buttons'
     OKMentes = menuItem(bar, "OKMentes", "OK-Mentés");
     UjOrsz = menuItem(bar, "UjOrsz", "Új ország");
     OTorol = menuItem(bar, "OTorol", "Töröl");
-    QMenu* arch = bar->addMenu("Archiválás");
-    arch->setObjectName("OArch");
+    QMenu* arch = menu(bar, "OArch", "Archiválás");
     OMent = menuItem(arch, "OMent", "Mentés");
     OTolt = menuItem(bar, "OTolt", "Visszatöltés");
     OSeg = menuItem(bar, "OSeg", "Segédlet");

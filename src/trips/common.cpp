@@ -1,10 +1,5 @@
 #include "trips/common.h"
 
-#include <QAction>
-#include <QHBoxLayout>
-#include <QMenuBar>
-#include <QPushButton>
-
 #include "forms/datacontrol.h"
 #include "forms/events.h"
 #include "forms/runtime.h"
@@ -32,24 +27,6 @@ bool findFirst(forms::DataControl* dc, const std::string& criterion) {
         false);
     vb::Err.Clear();
     return found;
-}
-
-QAction* topEntry(QMenuBar* bar, QWidget* owner, const std::string& name, const std::string& caption) {
-    auto* a = new QAction(forms::qs(caption), owner);
-    a->setObjectName(forms::qs(name));
-    bar->addAction(a);
-    return a;
-}
-
-QBoxLayout* buttonRow(std::initializer_list<QPushButton*> buttons) {
-    auto* row = new QHBoxLayout;
-    row->setSpacing(6);
-    for (auto* b : buttons) {
-        b->setMinimumWidth(120);
-        b->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-        row->addWidget(b);
-    }
-    return row;
 }
 
 std::string todayText() { return vb::dateText(vb::clock::today()); }

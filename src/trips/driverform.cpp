@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "forms/layout.h"
 #include "forms/events.h"
 #include "forms/globals.h"
 #include "forms/grid.h"
@@ -81,16 +82,13 @@ VezetokTorzsFormX::VezetokTorzsFormX() : RecordForm(Name, Title) {
 
 void VezetokTorzsFormX::build() {
     auto* outer = new QVBoxLayout(this);
-    auto* bar = new QMenuBar(this);
-    outer->setMenuBar(bar);
-    auto* muveletek = bar->addMenu("&Műveletek");
-    muveletek->setObjectName("Muveletek");
+    auto* bar = menuBar(outer);
+    auto* muveletek = menu(bar, "Muveletek", "&Műveletek");
     OKMent = menuItem(muveletek, "OKMent", "OK-Mentés");
     Frissites = menuItem(muveletek, "Frissites", "Frissít");
     UjAdat = menuItem(muveletek, "UjAdat", "Új adat");
     Torl_s = menuItem(muveletek, "Torl_s", "Adatsor végleges törlése");
-    auto* szures = bar->addMenu("&Szűrés");
-    szures->setObjectName("Szures");
+    auto* szures = menu(bar, "Szures", "&Szűrés");
     CsakAktiv = menuItem(szures, "CsakAktiv", "Csak aktívak (szűrés)");
     SzuresSKI = menuItem(szures, "SzuresSKI", "Szűrés kikapcsolása");
     CsakAktiv->setCheckable(true);
@@ -193,8 +191,8 @@ void VezetokTorzsFormX::build() {
     Command11 = button("Command11", "Segédlet (Help)");
     Command2->setToolTip("Járművezetőhöz jármű rendelése");
     Command3->setToolTip("Jármű törlése");
-    outer->addLayout(buttonRow({Command1, Command5, Command9, Command4, Command2, Command3}));
-    outer->addLayout(buttonRow({Command6, Command7, Command8, Command11, Command10}));
+    outer->addLayout(forms::buttonRow({Command1, Command5, Command9, Command4, Command2, Command3}, 120, false, false));
+    outer->addLayout(forms::buttonRow({Command6, Command7, Command8, Command11, Command10}, 120, false, false));
 
     VezetoData->bind(Label17, "Sorszám");
     VezetoData->bind(Text1, "VezetöNeve");

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "forms/layout.h"
 #include "forms/events.h"
 #include "forms/globals.h"
 #include "forms/grid.h"
@@ -95,16 +96,13 @@ GkUtakTavolsagaTorzsFormX::GkUtakTavolsagaTorzsFormX() : RecordForm(Name, Title)
 
 void GkUtakTavolsagaTorzsFormX::build() {
     auto* outer = new QVBoxLayout(this);
-    auto* bar = new QMenuBar(this);
-    outer->setMenuBar(bar);
-    auto* muveletek = bar->addMenu("&Műveletek");
-    muveletek->setObjectName("Muveletek");
+    auto* bar = menuBar(outer);
+    auto* muveletek = menu(bar, "Muveletek", "&Műveletek");
     OKMent = menuItem(muveletek, "OKMent", "OK-Mentés");
     UtTorzsUj = menuItem(muveletek, "UtTorzsUj", "Új adat-üres sor");
     UjVissza = menuItem(muveletek, "UjVissza", "Új adat-ellentétes út előzővel");
     UtTorzsTorol = menuItem(muveletek, "UtTorzsTorol", "Kijelölt sort törli");
-    auto* keresesek = bar->addMenu("&Keresések");
-    keresesek->setObjectName("Keresesek");
+    auto* keresesek = menu(bar, "Keresesek", "&Keresések");
     GTKeresHonnan = menuItem(keresesek, "GTKeresHonnan", "Keresés-honnan");
     GTKeresHova = menuItem(keresesek, "GTKeresHova", "Keresés-hová");
     GTNyom = menuItem(bar, "GTNyom", "&Nyomtatás");
@@ -161,8 +159,8 @@ void GkUtakTavolsagaTorzsFormX::build() {
     Command10 = button("Command10", "Segédlet");
     Command11 = button("Command11", "Vissza");
     Command12 = button("Command12", "Adat átadása");
-    outer->addLayout(buttonRow({Command1, Command4, Command5, Command6, Command7}));
-    outer->addLayout(buttonRow({Command8, Command9, Command10, Command11, Command12}));
+    outer->addLayout(forms::buttonRow({Command1, Command4, Command5, Command6, Command7}, 120, false, false));
+    outer->addLayout(forms::buttonRow({Command8, Command9, Command10, Command11, Command12}, 120, false, false));
 
     UtTavTorzsData->bind(Text1, "Honnan");
     UtTavTorzsData->bind(Text2, "Hova");

@@ -33,13 +33,12 @@ SmallMasterForm::SmallMasterForm(const Design& d) : RecordForm(d.name, d.title),
     VezetoData = data("VezetoData", "Kerova.dsb", d.source);
 
     auto* outer = new QVBoxLayout(this);
-    auto* bar = new QMenuBar(this);
-    outer->setMenuBar(bar);
-    Frissites = topEntry(bar, this, "Frissites", "&Frissítés");
-    UjAdat = topEntry(bar, this, "UjAdat", "Ú&j adat");
-    Torl_s = topEntry(bar, this, "Torl_s", "&Törlés");
-    Segedlet = topEntry(bar, this, "Segedlet", "&Segédlet");
-    Kilepes = topEntry(bar, this, "Kilepes", "&Kilépés");
+    auto* bar = menuBar(outer);
+    Frissites = menuItem(bar, "Frissites", "&Frissítés");
+    UjAdat = menuItem(bar, "UjAdat", "Ú&j adat");
+    Torl_s = menuItem(bar, "Torl_s", "&Törlés");
+    Segedlet = menuItem(bar, "Segedlet", "&Segédlet");
+    Kilepes = menuItem(bar, "Kilepes", "&Kilépés");
 
     auto* fields = new QGridLayout;
     fields->setHorizontalSpacing(8);

@@ -129,27 +129,24 @@ UtNyilvantartasFormX::UtNyilvantartasFormX() : RecordForm(Name, Title) {
 void UtNyilvantartasFormX::build() {
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(8, 4, 8, 8);
-    auto* bar = new QMenuBar(this);
-    outer->setMenuBar(bar);
-    OKMent = topEntry(bar, this, "OKMent", "&OK-Mentés");
-    UjUt = topEntry(bar, this, "UjUt", "&Új út");
-    MasikJarmu = topEntry(bar, this, "MasikJarmu", "&Másik csoportazonosító");
-    Nyomtatas = topEntry(bar, this, "Nyomtatas", "&Nyomtatás");
-    Torol = topEntry(bar, this, "Torol", "T&öröl");
-    auto* kieg = bar->addMenu("&Kiegészítő adatok");
-    kieg->setObjectName("KiegAdat");
+    auto* bar = menuBar(outer);
+    OKMent = menuItem(bar, "OKMent", "&OK-Mentés");
+    UjUt = menuItem(bar, "UjUt", "&Új út");
+    MasikJarmu = menuItem(bar, "MasikJarmu", "&Másik csoportazonosító");
+    Nyomtatas = menuItem(bar, "Nyomtatas", "&Nyomtatás");
+    Torol = menuItem(bar, "Torol", "T&öröl");
+    auto* kieg = menu(bar, "KiegAdat", "&Kiegészítő adatok");
     SzallSzem = menuItem(kieg, "SzallSzem", "Szállított személyek");
     CsatoltOkm = menuItem(kieg, "CsatoltOkm", "Csatolt okmányok");
-    auto* torzsek = bar->addMenu("&Törzsek");
-    torzsek->setObjectName("Torzsek");
+    auto* torzsek = menu(bar, "Torzsek", "&Törzsek");
     Jarmuvek = menuItem(torzsek, "Jarmuvek", "Járművek");
     Jarmuvezetok = menuItem(torzsek, "Jarmuvezetok", "Járművezetők");
     UtakTavok = menuItem(torzsek, "UtakTavok", "Utak távolsága");
     Megnevezesek = menuItem(torzsek, "Megnevezesek", "Megnevezések");
     PartnereK = menuItem(torzsek, "PartnereK", "Partnerek");
     UzemanyagArTorzs = menuItem(torzsek, "UzemanyagArTorzs", "Üzemanyag egységára számlából");
-    Segedlet = topEntry(bar, this, "Segedlet", "&Segédlet");
-    Kilepes = topEntry(bar, this, "Kilepes", "&Vissza");
+    Segedlet = menuItem(bar, "Segedlet", "&Segédlet");
+    Kilepes = menuItem(bar, "Kilepes", "&Vissza");
 
     auto cap = [this](const std::string& name, const std::string& caption) {
         auto* l = label(name, caption);

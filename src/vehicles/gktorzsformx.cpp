@@ -105,35 +105,28 @@ void GKTorzsFormX::build() {
     outer->setSpacing(6);
 
     // menus
-    auto* bar = new QMenuBar(this);
+    auto* bar = menuBar(outer);
     bar->setObjectName("MenuBar");
-    outer->setMenuBar(bar);
-    auto* muveletek = bar->addMenu("&Műveletek");
+    auto* muveletek = menu(bar, "Muveletek", "&Műveletek");
     Mentes = menuItem(muveletek, "Mentes", "OK-Mentés");
     GKUjadat = menuItem(muveletek, "GKUjadat", "Új adat");
     GKTorol = menuItem(muveletek, "GKTorol", "Törlés");
     muveletek->addSeparator();
     SzervizModul = menuItem(muveletek, "SzervizModul", "Szerviz modul");
-    auto* keresesek = bar->addMenu("&Keresések");
+    auto* keresesek = menu(bar, "Keresesek", "&Keresések");
     FrszKeres = menuItem(keresesek, "FrszKeres", "Forgalmi rendszám");
     GKtipusKeres = menuItem(keresesek, "GKtipusKeres", "Jármű típus");
     GKVezetoKeres = menuItem(keresesek, "GKVezetoKeres", "Járművet vezető neve");
-    auto* nyomtatas = bar->addMenu("&Nyomtatás");
+    auto* nyomtatas = menu(bar, "Nyomtatas", "&Nyomtatás");
     AktLapNyom = menuItem(nyomtatas, "AktLapNyom", "Aktuális lap nyomtatása");
     AktLapTolMindNyom = menuItem(nyomtatas, "AktLapTolMindNyom", "Aktuális laptól minden adat  nyomtatása");
     MuszakiKell = menuItem(nyomtatas, "MuszakiKell", "Műszaki viszga szükségesség nyomtatása");
-    auto* archivum = bar->addMenu("&Archívum");
+    auto* archivum = menu(bar, "Archivum", "&Archívum");
     ArchivumA = menuItem(archivum, "ArchivumA", "Archívum");
     VisszaEles = menuItem(archivum, "VisszaEles", "Vissza az éles adatokra!");
-    auto topLevel = [&](const char* name, const char* caption) {
-        auto* a = new QAction(qs(caption), this);
-        a->setObjectName(name);
-        bar->addAction(a);
-        return a;
-    };
-    Valaszt = topLevel("Valaszt", "&Választ");
-    Segedlet = topLevel("Segedlet", "Segédlet (Help)");
-    Kilepes = topLevel("Kilepes", "Kilépés (Exit)");
+    Valaszt = menuItem(bar, "Valaszt", "&Választ");
+    Segedlet = menuItem(bar, "Segedlet", "Segédlet (Help)");
+    Kilepes = menuItem(bar, "Kilepes", "Kilépés (Exit)");
 
     // fields: three columns of caption, box and the " LEJÁRT! " mark
     auto* fields = new QGridLayout;

@@ -37,8 +37,7 @@ WorkshopMasterForm::WorkshopMasterForm(Master m) : RecordForm(m.name, m.title), 
     RegisztData = data("RegisztData", "Regiszt.dsb", "Regisztrálás");
 
     auto* root = new QVBoxLayout(this);
-    auto* bar = new QMenuBar(this);
-    root->setMenuBar(bar);
+    auto* bar = menuBar(root);
     Mentes = menuItem(bar, "Mentes", "&Mentés-OK");
     Nyomtat = menuItem(bar, "Nyomtat", "&Nyomtatás");
     Segedlet = menuItem(bar, "Segedlet", "&Segédlet");
