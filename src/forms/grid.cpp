@@ -29,7 +29,7 @@ void RecordsetModel::reload() {
     db::Recordset* r = dc_ ? dc_->Recordset() : nullptr;
     rows_ = r && !r->closed() ? int(r->size()) : 0;
     if (r && !r->closed() && columns_.empty()) {
-        for (auto& name : r->columnNames()) columns_.push_back({name, name, true});
+        for (auto& name : r->columnNames()) columns_.push_back({name, name, true, {}});
     }
     endResetModel();
 }
@@ -179,7 +179,7 @@ void DBGrid::bind(DataControl* dc) {
 }
 
 void DBGrid::addColumn(const std::string& caption, const std::string& dataField, int width) {
-    model_->columns().push_back({caption.empty() ? dataField : caption, dataField, true});
+    model_->columns().push_back({caption.empty() ? dataField : caption, dataField, true, {}});
     model_->reload();
     if (width > 0) setColumnWidth(int(model_->columns().size()) - 1, width);
 }

@@ -398,7 +398,9 @@ TEST(VbLocale, ConversionsIgnoreTheMachineLocale) {
         std::locale::global(std::locale(""));
         ++tried;
         SCOPED_TRACE(name);
-        if (name == "de_DE.UTF-8") ASSERT_EQ(',', *std::localeconv()->decimal_point);  // the trap is set
+        if (name == "de_DE.UTF-8") {
+            ASSERT_EQ(',', *std::localeconv()->decimal_point);  // the trap is set
+        }
         EXPECT_EQ("9", CStr(9.0));
         EXPECT_EQ("0,3", CStr(0.1 + 0.2));
         EXPECT_EQ("1234567,25", CStr(1234567.25));

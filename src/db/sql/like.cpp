@@ -10,7 +10,7 @@ LikePattern::LikePattern(std::string_view pattern) {
     std::u32string p = decodeUtf8(pattern);
     for (size_t i = 0; i < p.size(); ++i) {
         char32_t c = p[i];
-        Item it{Literal};
+        Item it;
         switch (c) {
         case '*':
             if (!items_.empty() && items_.back().kind == AnyRun) continue;  // "**" is "*"

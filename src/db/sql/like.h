@@ -17,7 +17,7 @@ public:
 private:
     enum Kind : uint8_t { Literal, AnyOne, Digit, Set, AnyRun };
     struct Item {
-        Kind kind;
+        Kind kind = Literal;
         char32_t ch = 0;                 // Literal, lower case
         std::u32string ranges;           // Set: pairs lo, hi (lower case)
         bool negated = false;            // Set
