@@ -46,7 +46,9 @@ void expectEveryReaderAccepts(const fs::path& dir) {
         SCOPED_TRACE(f.string());
         auto db = jet::Database::open(f.string(), jet::Database::Mode::ReadOnly);
         EXPECT_EQ(jet::checkDatabase(*db), std::vector<std::string>{});
-        if (testsupport::oracleAvailable()) EXPECT_EQ(testsupport::oracle({"check", f.string()}).out, "OK\n");
+        if (testsupport::oracleAvailable()) {
+            EXPECT_EQ(testsupport::oracle({"check", f.string()}).out, "OK\n");
+        }
         auto schema = testsupport::run({"mdb-schema", f.string()});
         EXPECT_EQ(schema.exitCode, 0) << schema.err;
         for (const auto& t : db->tableNames()) {
@@ -78,7 +80,9 @@ TEST(CompanyCatalogue, ColumnOrdersTheProgramCopiesByPosition) {
     for (size_t i = 0; i < 13; ++i) {
         EXPECT_EQ(szamla.columns[i].type, beraktar.columns[i].type) << i;
         EXPECT_EQ(szamla.columns[i].length, beraktar.columns[i].length) << i;
-        if (i != 9) EXPECT_EQ(szamla.columns[i].name, beraktar.columns[i].name);
+        if (i != 9) {
+            EXPECT_EQ(szamla.columns[i].name, beraktar.columns[i].name);
+        }
     }
     EXPECT_EQ(szamla.columns[9].name, "BerRecordID");
     EXPECT_FALSE(szamla.columns[9].unique);
@@ -340,7 +344,9 @@ TEST(CompanyDemo, TablesAgreeWithEachOther) {
     for (size_t i = 0; i < frsz.size(); ++i) {
         const auto& p = std::get<std::string>(frsz[i]);
         double s = std::get<double>(start[i]), e = std::get<double>(end[i]);
-        if (lastEnd.count(p)) EXPECT_EQ(s, lastEnd[p]) << p << " row " << i;
+        if (lastEnd.count(p)) {
+            EXPECT_EQ(s, lastEnd[p]) << p << " row " << i;
+        }
         EXPECT_GT(e, s);
         lastEnd[p] = e;
     }

@@ -31,10 +31,13 @@ void PrintTest::SetUp() {
     initCompany();
     dialogs->printer = true;
     vb::clock::setFixed(vb::DateSerial(2026, 11, 23));
-    print::registerListForm("UttavNyomFormX",
-                            {"Utak távolsága - nyomtatás", "T Á V O L S Á G O K", 21,
-                             {{"Honnan", "HONNAN:", 4}, {"Hova", "HOVÁ:", 4},
-                              {"TávolságKm", "TÁVOLSÁG (KM):", 2, print::Align::Right}}});
+    print::ListLayout routes;
+    routes.caption = "Utak távolsága - nyomtatás";
+    routes.title = "T Á V O L S Á G O K";
+    routes.columns = {{"Honnan", "HONNAN:", 4},
+                      {"Hova", "HOVÁ:", 4},
+                      {"TávolságKm", "TÁVOLSÁG (KM):", 2, print::Align::Right}};
+    print::registerListForm("UttavNyomFormX", routes);
     print::registerSheetForm("GKTorzsNyomFormX", "Gépkocsi adatlap", "", 3);
     print::setPrintSink([this](const std::vector<print::Page>& pages) {
         bool hidden = true;

@@ -69,10 +69,13 @@ TEST_F(PrintTest, SectionsLandOnTheirPagesAndTheSetKeepsItsRecord) {
     ASSERT_EQ(rows.size(), 80u);
     EXPECT_EQ(rows[79], "Győr 80");
     // nothing drawn over the page footer
-    for (auto& p : pages)
-        for (auto& item : p.items)
-            if (auto* t = std::get_if<print::TextItem>(&item))
+    for (auto& p : pages) {
+        for (auto& item : p.items) {
+            if (auto* t = std::get_if<print::TextItem>(&item)) {
                 EXPECT_LT(t->y, p.height - r.margin) << t->text;
+            }
+        }
+    }
     EXPECT_EQ(print::str(rs->get("Honnan")), "Győr 3");
 
     // without rows: one page with the headers and the summary

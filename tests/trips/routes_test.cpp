@@ -181,7 +181,7 @@ TEST_F(RouteTest, TheCountryButtonsTakeThePickedMarkAndNoPickLeavesTheBox) {
     auto& f = openRoutes();
     onPicker("OrszagokFormX", [] {
         Globals::CountryPicked = int16_t(1);
-        Globals::CountryMarkTransfer = "A";
+        Globals::CountryMarkTransfer = std::string(1, 'A');
     });
     click(f, "Command3");
     EXPECT_EQ(textOf(f, "Text5"), "A");
