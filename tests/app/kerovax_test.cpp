@@ -195,7 +195,9 @@ TEST_F(MainFormTest, EveryMenuEntryOpensItsFormByNameAndTheReturnReactivates) {
         EXPECT_TRUE(f.isVisible());
         EXPECT_TRUE(f.isEnabled());
         EXPECT_EQ(reminderTexts(), Texts{KerovaX::InspectionText});
-        if (entry == "Gepkocsik") EXPECT_EQ(caller, "GKTorzsFormX");
+        if (entry == "Gepkocsik") {
+            EXPECT_EQ(caller, "GKTorzsFormX");
+        }
         if (entry == "AlkatreszTorzse") {
             EXPECT_EQ(caller, "cikkszamform");
             EXPECT_EQ(Globals::ArticlePickMode, 0);

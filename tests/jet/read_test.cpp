@@ -240,7 +240,9 @@ TEST(ReadCli, EveryTypeAsOthersReadIt) {
         }
     }
     EXPECT_EQ(cli({"jet", "export", path, "Mix"}).out, run({"mdb-export", path, "Mix"}).out);
-    if (oracleAvailable()) EXPECT_EQ(cli({"jet", "dump", path}).out, oracle({"dump", path}).out);
+    if (oracleAvailable()) {
+        EXPECT_EQ(cli({"jet", "dump", path}).out, oracle({"dump", path}).out);
+    }
 }
 
 TEST(ReadCli, ErrorsAndUsage) {
