@@ -38,14 +38,6 @@ protected:
     static vb::Date today() { return vb::clock::today(); }
     static vb::Date daysFromToday(int n) { return vb::Date{today().serial + n}; }
 
-    using Row = std::vector<std::pair<std::string, vb::Variant>>;
-    static void insert(const std::string& file, const std::string& table, const Row& values) {
-        auto r = db::Database::open(file)->OpenRecordset(table);
-        r->AddNew();
-        for (auto& [column, value] : values) r->set(column, value);
-        r->Update();
-        r->Close();
-    }
     // The values of a column, in the table's order.
     static std::vector<vb::Variant> column(const std::string& file, const std::string& table, const std::string& col) {
         std::vector<vb::Variant> out;
@@ -75,8 +67,8 @@ protected:
         r->Update();
         r->Close();
     }
-    void vehicle(int id, const std::string& plate, const Row& more = {}) {
-        Row row{{"recordID", int32_t(id)}, {"GkFrsz", plate}};
+    void vehicle(int id, const std::string& plate, const Fields& more = {}) {
+        Fields row{{"recordID", int32_t(id)}, {"GkFrsz", plate}};
         row.insert(row.end(), more.begin(), more.end());
         insert("Kerova.dsb", "Jarmuvek", row);
     }
@@ -86,13 +78,6 @@ protected:
         return form("KerovaX");
     }
     static void deferredDeletes() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
-
-    std::vector<forms::ScriptedDialogs::Entry> messagesOnly() const {
-        std::vector<forms::ScriptedDialogs::Entry> out;
-        for (auto& e : dialogs->log)
-            if (e.kind == forms::ScriptedDialogs::Entry::Message) out.push_back(e);
-        return out;
-    }
 };
 
 }  // namespace kerova_test

@@ -25,7 +25,7 @@ protected:
     KerovaX& main() { return static_cast<KerovaX&>(form("KerovaX")); }
     std::vector<std::string> reminderTexts() {
         std::vector<std::string> out;
-        for (auto& e : messagesOnly()) {
+        for (auto& e : messages()) {
             EXPECT_EQ(e.style, vb::vbExclamation) << e.text;
             EXPECT_EQ(e.title, "FIGYELEM!") << e.text;
             out.push_back(e.text);

@@ -65,12 +65,8 @@ protected:
     void SetUp() override {
         GuiTest::SetUp();
         initCompany();
-        auto rs = db::Database::open("Kerova.dsb")->OpenRecordset("MegnevezesTorzs");
-        for (const char* n : {"Áru", "Ügyfél", "Szerviz"}) {
-            rs->AddNew();
-            rs->set("Megnevezés", std::string(n));
-            rs->Update();
-        }
+        for (const char* n : {"Áru", "Ügyfél", "Szerviz"})
+            insert("Kerova.dsb", "MegnevezesTorzs", {{"Megnevezés", std::string(n)}});
         registerForm("NamesForm", [] { return new NamesForm; });
     }
     NamesForm& names() { return static_cast<NamesForm&>(get("NamesForm")); }

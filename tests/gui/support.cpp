@@ -7,6 +7,7 @@
 #include "company/demo.h"
 #include "company/folder.h"
 #include "db/database.h"
+#include "db/recordset.h"
 #include "forms/events.h"
 #include "forms/globals.h"
 #include "vb/clock.h"
@@ -79,6 +80,30 @@ std::string GuiTest::textOf(forms::Form& f, const std::string& control) {
     auto* w = f.control<QWidget>(control);
     if (!w) throw std::runtime_error("no control " + control + " on " + f.name());
     return forms::text(w);
+}
+
+void GuiTest::insert(const std::string& file, const std::string& table, const Fields& fields) {
+    insertMany(file, table, 1, [&](int) { return fields; });
+}
+
+void GuiTest::insertMany(const std::string& file, const std::string& table, int count,
+                         const std::function<Fields(int)>& fields) {
+    auto database = db::Database::open(file);
+    auto rs = database->OpenRecordset(table);
+    database->batch([&] {
+        for (int i = 0; i < count; ++i) {
+            rs->AddNew();
+            for (auto& [column, value] : fields(i)) rs->set(column, value);
+            rs->Update();
+        }
+    });
+}
+
+std::vector<forms::ScriptedDialogs::Entry> GuiTest::messages() const {
+    std::vector<forms::ScriptedDialogs::Entry> out;
+    for (auto& e : dialogs->log)
+        if (e.kind == forms::ScriptedDialogs::Entry::Message) out.push_back(e);
+    return out;
 }
 
 }  // namespace kerova_test

@@ -9,16 +9,23 @@
 #include <QLineEdit>
 #include <QTest>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "forms/dialogs.h"
 #include "forms/form.h"
 #include "forms/runtime.h"
 #include "jet/support.h"
+#include "vb/variant.h"
 
 namespace kerova_test {
 
 using testsupport::TempDir;
+
+// A row's values by column name.
+using Fields = std::vector<std::pair<std::string, vb::Variant>>;
 
 // Saves what the screen shows (or the widget's own picture) as KEROVA_SHOTS/NAME.png, once the
 // window has settled (screenshot tests, for a person to look at).
@@ -42,6 +49,15 @@ protected:
     // Moves the focus to a control (GotFocus / LostFocus fire).
     void focus(forms::Form& f, const std::string& control);
     std::string textOf(forms::Form& f, const std::string& control);
+
+    using Fields = kerova_test::Fields;
+    // Rows written through the record layer, as another copy of the program writes them: one row,
+    // or `count` rows in one batch where fields(i) gives row i (from 0).
+    static void insert(const std::string& file, const std::string& table, const Fields& fields);
+    static void insertMany(const std::string& file, const std::string& table, int count,
+                           const std::function<Fields(int)>& fields);
+    // The message boxes shown so far, in order (beeps and input boxes left out).
+    std::vector<forms::ScriptedDialogs::Entry> messages() const;
 
     TempDir dir;
     forms::ScriptedDialogs* dialogs = nullptr;

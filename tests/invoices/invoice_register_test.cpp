@@ -49,9 +49,7 @@ protected:
     }
     static std::string text(const vb::Variant& v) { return vb::isNull(v) ? "<null>" : vb::CStr(v); }
     void expectBox(const std::string& text, int style, const std::string& title, size_t count) {
-        std::vector<forms::ScriptedDialogs::Entry> b;
-        for (auto& e : dialogs->log)
-            if (e.kind == forms::ScriptedDialogs::Entry::Message) b.push_back(e);
+        auto b = messages();
         ASSERT_EQ(b.size(), count);
         EXPECT_EQ(b.back().text, text);
         EXPECT_EQ(b.back().style, style);
@@ -289,15 +287,7 @@ TEST_F(InvoiceTest, SearchesSortingAndTheSwitchedOffPrint) {
 
 TEST_F(InvoiceTest, FiftyThousandInvoicesOpenAtOnce) {
     initCompany();
-    auto file = db::Database::open("Kerova.dsb");
-    auto rs = file->OpenRecordset("SZAMLA");
-    file->batch([&] {
-        for (int i = 1; i <= 50000; ++i) {
-            rs->AddNew();
-            rs->set("SZAMLASOR", int32_t(i));
-            rs->Update();
-        }
-    });
+    insertMany("Kerova.dsb", "SZAMLA", 50000, [](int i) { return Fields{{"SZAMLASOR", int32_t(i + 1)}}; });
     QElapsedTimer t;
     t.start();
     auto& f = open();

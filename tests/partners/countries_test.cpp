@@ -94,7 +94,7 @@ TEST_F(CountriesTest, ArchiveAndRestoreDoubleOnNo) {
     country("A", "Ausztria");
     auto& f = open();
     click(f, "Command5");  // an empty archive: a beep, the notice, nothing restored
-    auto m = boxes(*dialogs);
+    auto m = messages();
     ASSERT_EQ(m.size(), 1u);
     EXPECT_EQ(m[0].text, "Nincs archívum! Nem lehet adatot visszatölteni!");
     EXPECT_EQ(m[0].style, vb::vbOKOnly);
@@ -107,8 +107,8 @@ TEST_F(CountriesTest, ArchiveAndRestoreDoubleOnNo) {
     EXPECT_EQ(archive(), (std::vector<std::string>{"H", "A"}));
     dialogs->answers = {vb::vbNo};
     click(f, "Command4");  // "No" appends behind: the archive doubles
-    EXPECT_EQ(boxes(*dialogs).at(0).text, "Törli véglegesen az archív táblában az adatokat?");
-    EXPECT_EQ(boxes(*dialogs).at(0).title, "FIGYELEM! VISSZAVONHATATLAN TÖRLÉS vagy adathozzáfűzés!");
+    EXPECT_EQ(messages().at(0).text, "Törli véglegesen az archív táblában az adatokat?");
+    EXPECT_EQ(messages().at(0).title, "FIGYELEM! VISSZAVONHATATLAN TÖRLÉS vagy adathozzáfűzés!");
     EXPECT_EQ(archive(), (std::vector<std::string>{"H", "A", "H", "A"}));
     dialogs->answers = {vb::vbYes};
     click(f, "Command4");
@@ -117,7 +117,7 @@ TEST_F(CountriesTest, ArchiveAndRestoreDoubleOnNo) {
     dialogs->clear();
     dialogs->answers = {vb::vbNo};
     click(f, "OTolt");  // "No" keeps the master: it doubles
-    EXPECT_EQ(boxes(*dialogs).at(0).text, "Törli=Igen és/vagy Hozzáfűzi=Nem a törzstáblában az adatokat?");
+    EXPECT_EQ(messages().at(0).text, "Törli=Igen és/vagy Hozzáfűzi=Nem a törzstáblában az adatokat?");
     EXPECT_EQ(marks(), (std::vector<std::string>{"H", "A", "H", "A"}));
     EXPECT_EQ(f.DBGrid1->model()->rowCount(), 4);
     dialogs->answers = {vb::vbYes};

@@ -26,8 +26,8 @@ protected:
         print::registerForms();
         partners::registerForms();
     }
-    static void customer(int id, vb::Variant name, Values more = {}) {
-        Values v{{"recordID", int32_t(id)}, {"CimNev", name}};
+    static void customer(int id, vb::Variant name, Fields more = {}) {
+        Fields v{{"recordID", int32_t(id)}, {"CimNev", name}};
         v.insert(v.end(), more.begin(), more.end());
         insert("kitarol.mdb", "Címzett", v);
     }
@@ -93,10 +93,10 @@ TEST_F(CustomersTest, NewKeysSaveAndTheMandatoryFields) {
     // a customer with no name can be saved; only the message warns
     forms::setText(f.Text4, "Pécs");
     click(f, "Command4");
-    ASSERT_EQ(boxes(*dialogs).size(), 1u);
-    EXPECT_EQ(boxes(*dialogs)[0].text, "Kötelező adat nincs kitöltve (vastag aláhúzottak)!");
-    EXPECT_EQ(boxes(*dialogs)[0].title, "FIGYELEM! KEZELŐI HIBA!");
-    EXPECT_EQ(boxes(*dialogs)[0].style, vb::vbExclamation);
+    ASSERT_EQ(messages().size(), 1u);
+    EXPECT_EQ(messages()[0].text, "Kötelező adat nincs kitöltve (vastag aláhúzottak)!");
+    EXPECT_EQ(messages()[0].title, "FIGYELEM! KEZELŐI HIBA!");
+    EXPECT_EQ(messages()[0].style, vb::vbExclamation);
     EXPECT_EQ(names(), (std::vector<std::string>{"Alfa Kft.", "Zeta Kft.", "<null>"}));
     EXPECT_EQ(column("kitarol.mdb", "select * from Címzett order by recordID", "CimSzekhely")[2], "Pécs");
     EXPECT_EQ(logged().back(), "Adathiány (kötelező adat) vevőtörzsben");
@@ -108,7 +108,7 @@ TEST_F(CustomersTest, NewKeysSaveAndTheMandatoryFields) {
     forms::setText(f.Text5, "Fő tér 1.");
     dialogs->clear();
     click(f, "Command4");
-    EXPECT_TRUE(boxes(*dialogs).empty());
+    EXPECT_TRUE(messages().empty());
     auto rs = db::Database::open("kitarol.mdb")->OpenRecordset("select * from Címzett where recordID = 8");
     EXPECT_TRUE(vb::CBool(rs->get("Különjárat")));
     EXPECT_EQ(vb::CStr(rs->get("FizetésiHatáridö")), "30");
@@ -116,8 +116,8 @@ TEST_F(CustomersTest, NewKeysSaveAndTheMandatoryFields) {
     // the closing check removes a nameless row
     click(f, "UjAdat");
     leave(f, vb::vbYes);
-    EXPECT_EQ(boxes(*dialogs).back().text, "Kéri az adatok teljes ellenőrzését?");
-    EXPECT_EQ(boxes(*dialogs).back().title, "FIGYELEM! Teljeskörű ellenőrzés!");
+    EXPECT_EQ(messages().back().text, "Kéri az adatok teljes ellenőrzését?");
+    EXPECT_EQ(messages().back().title, "FIGYELEM! Teljeskörű ellenőrzés!");
     EXPECT_EQ(names(), (std::vector<std::string>{"Alfa Kft.", "Zeta Kft.", "Új Vevő"}));
 }
 
@@ -127,9 +127,9 @@ TEST_F(CustomersTest, TheCopyKeepsOnlyTheNameAndTaxNumberAndTheDeletions) {
     auto& f = open();
     dialogs->answers = {vb::vbYes};
     click(f, "RekordDupla");
-    EXPECT_EQ(boxes(*dialogs)[0].text, "Kér új adatot a név és az adószám másolatával (New)?");
+    EXPECT_EQ(messages()[0].text, "Kér új adatot a név és az adószám másolatával (New)?");
     // town and street are empty, so the save warns
-    EXPECT_EQ(boxes(*dialogs)[1].text, "Kötelező adat nincs kitöltve (vastag aláhúzottak)!");
+    EXPECT_EQ(messages()[1].text, "Kötelező adat nincs kitöltve (vastag aláhúzottak)!");
     auto rs = db::Database::open("kitarol.mdb")->OpenRecordset("select * from Címzett where recordID = 2");
     EXPECT_EQ(vb::nullToText(rs->get("CimNev")), "Másolandó Kft.");
     EXPECT_EQ(vb::nullToText(rs->get("CimAdoszam")), "12345678-2-42");
@@ -139,25 +139,25 @@ TEST_F(CustomersTest, TheCopyKeepsOnlyTheNameAndTaxNumberAndTheDeletions) {
     dialogs->clear();
     dialogs->answers = {vb::vbYes};
     click(f, "CimzettTorol");  // one of two: one question
-    EXPECT_EQ(boxes(*dialogs).size(), 1u);
-    EXPECT_EQ(boxes(*dialogs)[0].title, "FIGYELEM! VÉGLEGES SORTÖRLÉS!");
+    EXPECT_EQ(messages().size(), 1u);
+    EXPECT_EQ(messages()[0].title, "FIGYELEM! VÉGLEGES SORTÖRLÉS!");
     EXPECT_EQ(names().size(), 1u);
     dialogs->answers = {vb::vbYes, vb::vbYes};
     click(f, "CimzettTorol");  // the last: a new row is offered
-    EXPECT_EQ(boxes(*dialogs).back().text, "Minden adat törölve (Deleted All)! Kér új adatot (New)?");
+    EXPECT_EQ(messages().back().text, "Minden adat törölve (Deleted All)! Kér új adatot (New)?");
     EXPECT_EQ(names(), std::vector<std::string>{"<null>"});
 
     customer(5, s("Még egy"));
     click(f, "SzuresKi");  // the new row comes into the view
     dialogs->answers = {vb::vbYes};
     click(f, "OsszTorol");
-    EXPECT_EQ(boxes(*dialogs).back().title, "FIGYELEM! MINDEN ADAT VÉGLEGES TÖRLÉSE!");
+    EXPECT_EQ(messages().back().title, "FIGYELEM! MINDEN ADAT VÉGLEGES TÖRLÉSE!");
     EXPECT_TRUE(names().empty());
     EXPECT_EQ(logged().back(), "Törlés teljes vevőtörzs (Del All)");
     dialogs->clear();
     click(f, "RekordDupla");
-    EXPECT_EQ(boxes(*dialogs).at(0).text, "Nincs adat, vagy nem választott ki adatsort!");
-    EXPECT_EQ(boxes(*dialogs).at(0).title, "FIGYELEM! Válasszon kattintással adatsort!");
+    EXPECT_EQ(messages().at(0).text, "Nincs adat, vagy nem választott ki adatsort!");
+    EXPECT_EQ(messages().at(0).title, "FIGYELEM! Válasszon kattintással adatsort!");
 }
 
 TEST_F(CustomersTest, CountriesAndTheHandOver) {
@@ -170,8 +170,8 @@ TEST_F(CustomersTest, CountriesAndTheHandOver) {
     click(f, "Command1");
     EXPECT_EQ(f.DBGrid2->Row(), 1);
     click(f, "Command1");
-    EXPECT_EQ(boxes(*dialogs).back().text, "Nincs ilyen ország! Keressen újra, vagy válasszon a listából!");
-    EXPECT_EQ(boxes(*dialogs).back().title, "FIGYELEM! NINCS ILYEN ADAT!");
+    EXPECT_EQ(messages().back().text, "Nincs ilyen ország! Keressen újra, vagy válasszon a listából!");
+    EXPECT_EQ(messages().back().title, "FIGYELEM! NINCS ILYEN ADAT!");
     f.DBGrid2->selectRow(1);
     QTest::mouseDClick(f.DBGrid2->viewport(), Qt::LeftButton, {},
                        f.DBGrid2->visualRect(f.DBGrid2->model()->index(1, 0)).center());
@@ -182,7 +182,7 @@ TEST_F(CustomersTest, CountriesAndTheHandOver) {
     dialogs->answers = {vb::vbYes};
     click(f, "Command3");
     EXPECT_EQ(column("betarol.mdb", "Orszagjel", "Országjel").size(), 2u);
-    EXPECT_EQ(boxes(*dialogs).back().title, "FIGYELEM! VÉGELEGES TÖRLÉS!");
+    EXPECT_EQ(messages().back().title, "FIGYELEM! VÉGELEGES TÖRLÉS!");
 
     dialogs->answers = {vb::vbNo};
     click(f, "AtadaS");

@@ -24,8 +24,6 @@ using partners::BeraktarozokFormX;
 
 namespace {
 
-using Entry = forms::ScriptedDialogs::Entry;
-
 class PartnerMasterTest : public kerova_test::GuiTest {
 protected:
     void SetUp() override {
@@ -34,8 +32,8 @@ protected:
         print::registerForms();
         partners::registerForms();
     }
-    static void partner(int id, vb::Variant name, Values more = {}) {
-        Values v{{"recordID", int32_t(id)}, {"BerNev", name}};
+    static void partner(int id, vb::Variant name, Fields more = {}) {
+        Fields v{{"recordID", int32_t(id)}, {"BerNev", name}};
         v.insert(v.end(), more.begin(), more.end());
         insert("Kerova.dsb", "beraktar", v);
     }
@@ -45,17 +43,11 @@ protected:
     }
     std::vector<std::string> names() { return column("Kerova.dsb", "beraktar", "BerNev"); }
     void expectMessage(size_t i, const std::string& text, int style, const std::string& title) {
-        auto m = boxes(*dialogs);
+        auto m = messages();
         ASSERT_GT(m.size(), i);
         EXPECT_EQ(m[i].text, text);
         EXPECT_EQ(m[i].style, style);
         EXPECT_EQ(m[i].title, title);
-    }
-    std::vector<Entry> messages() {
-        std::vector<Entry> out;
-        for (auto& e : dialogs->log)
-            if (e.kind == Entry::Message) out.push_back(e);
-        return out;
     }
 };
 
@@ -328,18 +320,9 @@ TEST_F(PartnerMasterTest, TheListGivesPagesOf22LinesWithTheSecondHeading) {
 }
 
 TEST_F(PartnerMasterTest, ThousandsOfPartnersOpenAtOnce) {
-    {
-        auto db = db::Database::open("Kerova.dsb");
-        auto rs = db->OpenRecordset("beraktar");
-        db->batch([&] {  // one commit
-            for (int i = 1; i <= 5000; ++i) {
-                rs->AddNew();
-                rs->set("recordID", int32_t(i));
-                rs->set("BerNev", "Partner " + std::to_string(i));
-                rs->Update();
-            }
-        });
-    }
+    insertMany("Kerova.dsb", "beraktar", 5000, [](int i) {
+        return Fields{{"recordID", int32_t(i + 1)}, {"BerNev", "Partner " + std::to_string(i + 1)}};
+    });
     QElapsedTimer t;
     t.start();
     auto& f = open();

@@ -15,15 +15,6 @@
 
 namespace partners_test {
 
-using Values = std::vector<std::pair<std::string, vb::Variant>>;
-
-inline void insert(const std::string& file, const std::string& table, const Values& values) {
-    auto rs = db::Database::open(file)->OpenRecordset(table);
-    rs->AddNew();
-    for (auto& [k, v] : values) rs->set(k, v);
-    rs->Update();
-}
-
 // A column of every row in stored order, nulls as "<null>".
 inline std::vector<std::string> column(const std::string& file, const std::string& source, const std::string& name) {
     auto rs = db::Database::open(file)->OpenRecordset(source);
@@ -38,14 +29,6 @@ inline std::vector<std::string> column(const std::string& file, const std::strin
 
 // The actions written to the action log, in order.
 inline std::vector<std::string> logged() { return column("Regiszt.dsb", "Regisztrálás", "Esemény"); }
-
-// The message boxes shown (beeps left out).
-inline std::vector<forms::ScriptedDialogs::Entry> boxes(const forms::ScriptedDialogs& d) {
-    std::vector<forms::ScriptedDialogs::Entry> out;
-    for (auto& e : d.log)
-        if (e.kind == forms::ScriptedDialogs::Entry::Message) out.push_back(e);
-    return out;
-}
 
 inline vb::Variant s(const char* text) { return std::string(text); }
 

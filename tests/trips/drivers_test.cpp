@@ -25,10 +25,10 @@ protected:
         initCompany();
     }
     static void driver(const std::string& name, int key, bool notActive = false) {
-        add("Kerova.dsb", "Vezetok", {{"VezetöNeve", name}, {"PartnerID", int32_t(key)}, {"Aktiv", notActive}});
+        insert("Kerova.dsb", "Vezetok", {{"VezetöNeve", name}, {"PartnerID", int32_t(key)}, {"Aktiv", notActive}});
     }
     static void assigned(int key, const std::string& plate) {
-        add("Tartosan.dsb", "VezetokJarmuvei", {{"VezetöID", int32_t(key)}, {"Rendszám", plate}});
+        insert("Tartosan.dsb", "VezetokJarmuvei", {{"VezetöID", int32_t(key)}, {"Rendszám", plate}});
     }
     static std::vector<std::string> plates(int key) {
         return column("Tartosan.dsb", "select * from VezetokJarmuvei where VezetöID = " + std::to_string(key),
@@ -216,15 +216,8 @@ TEST_F(DriverTest, QuickSearchPartnerPickerAndTheHandOver) {
 }
 
 TEST_F(DriverTest, ThousandsOfDriversOpenAtOnce) {
-    auto file = db::Database::open("Kerova.dsb");
-    auto rs = file->OpenRecordset("Vezetok");
-    file->batch([&] {
-        for (int i = 0; i < 3000; ++i) {
-            rs->AddNew();
-            rs->set("VezetöNeve", "Vezető " + std::to_string(100000 - i));
-            rs->set("PartnerID", int32_t(i));
-            rs->Update();
-        }
+    insertMany("Kerova.dsb", "Vezetok", 3000, [](int i) {
+        return Fields{{"VezetöNeve", "Vezető " + std::to_string(100000 - i)}, {"PartnerID", int32_t(i)}};
     });
     QElapsedTimer t;
     t.start();

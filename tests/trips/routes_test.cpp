@@ -26,7 +26,7 @@ protected:
     }
     static void route(const std::string& from, const std::string& to, vb::Variant km, const std::string& fromCountry = "",
                       const std::string& toCountry = "") {
-        add("Kerova.dsb", "UtakTavolsag",
+        insert("Kerova.dsb", "UtakTavolsag",
             {{"Honnan", from}, {"Hova", to}, {"TávolságKm", km}, {"HonnanOrszág", fromCountry}, {"HovaOrszág", toCountry}});
     }
     static std::vector<std::string> routes(const std::string& col) {
@@ -40,16 +40,8 @@ TEST_F(RouteTest, AnEmptyTableGetsOneRowAndThousandsOfRowsOpenAtOnce) {
     click(openRoutes(), "Kilepes");
     EXPECT_EQ(rows("Kerova.dsb", "UtakTavolsag"), 1);
 
-    auto file = db::Database::open("Kerova.dsb");
-    auto rs = file->OpenRecordset("UtakTavolsag");
-    file->batch([&] {
-        for (int i = 0; i < 3000; ++i) {
-            rs->AddNew();
-            rs->set("Honnan", "Hely " + std::to_string(i));
-            rs->set("TávolságKm", double(i));
-            rs->Update();
-        }
-    });
+    insertMany("Kerova.dsb", "UtakTavolsag", 3000,
+               [](int i) { return Fields{{"Honnan", "Hely " + std::to_string(i)}, {"TávolságKm", double(i)}}; });
     QElapsedTimer t;
     t.start();
     auto& f = openRoutes();

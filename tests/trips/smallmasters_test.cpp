@@ -25,9 +25,9 @@ protected:
         TripsTest::SetUp();
         initCompany();
     }
-    static void purpose(const std::string& name) { add("Kerova.dsb", "MegnevezesTorzs", {{"Megnevezés", name}}); }
+    static void purpose(const std::string& name) { insert("Kerova.dsb", "MegnevezesTorzs", {{"Megnevezés", name}}); }
     static void passenger(const std::string& name, const std::string& group) {
-        add("Kerova.dsb", "UtakSzallitottSzemely", {{"SzállitottSzemélyNeve", name}, {"UtakCsoportAzonosito", group}});
+        insert("Kerova.dsb", "UtakSzallitottSzemely", {{"SzállitottSzemélyNeve", name}, {"UtakCsoportAzonosito", group}});
     }
     static std::vector<std::string> purposes() { return column("Kerova.dsb", "MegnevezesTorzs", "Megnevezés"); }
     static std::vector<std::string> passengers(const std::string& col) {
@@ -135,15 +135,8 @@ TEST_F(SmallMasterTest, TheFirstOpeningForAGroupMakesARowAndTheDocumentFormWrite
 }
 
 TEST_F(SmallMasterTest, ThousandsOfPurposesOpenAtOnce) {
-    auto file = db::Database::open("Kerova.dsb");
-    auto rs = file->OpenRecordset("MegnevezesTorzs");
-    file->batch([&] {
-        for (int i = 0; i < 3000; ++i) {
-            rs->AddNew();
-            rs->set("Megnevezés", "Megnevezés " + std::to_string(i));
-            rs->Update();
-        }
-    });
+    insertMany("Kerova.dsb", "MegnevezesTorzs", 3000,
+               [](int i) { return Fields{{"Megnevezés", "Megnevezés " + std::to_string(i)}}; });
     QElapsedTimer t;
     t.start();
     auto& f = openPurposes();

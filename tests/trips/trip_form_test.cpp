@@ -32,7 +32,7 @@ protected:
         vb::clock::setFixed(vb::Date{vb::DateSerial(2026, 11, 23).serial + 0.5});
     }
     Form& openTrips() { return open<Form>(Form::Name); }
-    static void trip(const Fields& f) { add("Kerova.dsb", "Utak", f); }
+    static void trip(const Fields& f) { insert("Kerova.dsb", "Utak", f); }
     static std::vector<std::string> col(const std::string& sql, const std::string& c) {
         return column("Kerova.dsb", sql, c);
     }
@@ -235,7 +235,7 @@ TEST_F(TripFormTest, DeletingTheLastRowOfAGroupGoesBackToTheMainMenu) {
           {"Dátum", vb::DateSerial(2026, 11, 20)}});
     trip({{"FRSZ", std::string("ABC-123")}, {"CsoportAzonositó", std::string("G2")}, {"TávolságKm", 7.0},
           {"Dátum", vb::DateSerial(2026, 11, 21)}});
-    add("Kerova.dsb", "UtakSzallitottSzemely",
+    insert("Kerova.dsb", "UtakSzallitottSzemely",
         {{"SzállitottSzemélyNeve", std::string("Kiss Ádám")}, {"UtakCsoportAzonosito", std::string("G2")}});
     auto& f = openTrips();
     EXPECT_EQ(textOf(f, "Label12"), "G2");
@@ -364,7 +364,7 @@ TEST_F(TripFormTest, DayFilterPriceFromInvoicePurposesAndPrint) {
     EXPECT_EQ(dialogs->messages(), std::vector<std::string>{Form::NoPurposes});
     EXPECT_EQ(dialogs->log.back().title, Form::NoPurposesTitle);
     forms::setModalRunner([](forms::Form& g) { g.Unload(); });
-    add("Kerova.dsb", "MegnevezesTorzs", {{"Megnevezés", std::string("Áruszállítás")}});
+    insert("Kerova.dsb", "MegnevezesTorzs", {{"Megnevezés", std::string("Áruszállítás")}});
     click(f, "Megnevezesek");
     ASSERT_GE(f.Combo1->count(), 1);
     f.Combo1->setCurrentIndex(f.Combo1->count() - 1);

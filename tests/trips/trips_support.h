@@ -15,8 +15,6 @@
 
 namespace trips_test {
 
-using Fields = std::vector<std::pair<std::string, vb::Variant>>;
-
 class TripsTest : public kerova_test::GuiTest {
 protected:
     void SetUp() override {
@@ -24,12 +22,6 @@ protected:
         trips::registerForms();
     }
 
-    static void add(const std::string& file, const std::string& table, const Fields& fields) {
-        auto rs = db::Database::open(file)->OpenRecordset(table);
-        rs->AddNew();
-        for (auto& [name, value] : fields) rs->set(name, value);
-        rs->Update();
-    }
     // One column of every row of a statement, as text ("" for null).
     static std::vector<std::string> column(const std::string& file, const std::string& sql, const std::string& col) {
         std::vector<std::string> out;

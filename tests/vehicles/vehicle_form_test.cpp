@@ -364,15 +364,8 @@ TEST_F(VehicleFormTest, LeavingTheArchiveOnARowWithoutTypeDeletesItWithoutACopy)
 }
 
 TEST_F(VehicleFormTest, TheGridOpensAtOnceOnALargeTable) {
-    auto database = db::Database::open("Kerova.dsb");
-    database->batch([&] {
-        auto rs = database->OpenRecordset("Jarmuvek");
-        for (int i = 1; i <= 20000; ++i) {
-            rs->AddNew();
-            rs->set("recordID", int32_t(i));
-            rs->set("GkFrsz", "R" + std::to_string(100000 + i));
-            rs->Update();
-        }
+    insertMany("Kerova.dsb", "Jarmuvek", 20000, [](int i) {
+        return Fields{{"recordID", int32_t(i + 1)}, {"GkFrsz", "R" + std::to_string(100001 + i)}};
     });
     QElapsedTimer clock;
     clock.start();

@@ -22,7 +22,7 @@
 
 namespace vehicles_test {
 
-using Fields = std::vector<std::pair<std::string, vb::Variant>>;
+using kerova_test::Fields;
 using Message = std::tuple<std::string, int, std::string>;  // text, style, title
 
 class VehicleTest : public kerova_test::GuiTest {
@@ -38,13 +38,9 @@ protected:
     static vb::Date day(int offset) { return vb::Date{today().serial + offset}; }
 
     void vehicle(int id, const std::string& plate, const vb::Variant& type, const Fields& more = {}) {
-        auto rs = db::Database::open("Kerova.dsb")->OpenRecordset("Jarmuvek");
-        rs->AddNew();
-        rs->set("recordID", int32_t(id));
-        rs->set("GkFrsz", plate);
-        rs->set("GkTipus", type);
-        for (auto& [c, v] : more) rs->set(c, v);
-        rs->Update();
+        Fields row{{"recordID", int32_t(id)}, {"GkFrsz", plate}, {"GkTipus", type}};
+        row.insert(row.end(), more.begin(), more.end());
+        insert("Kerova.dsb", "Jarmuvek", row);
     }
 
     // A column of a table as shown in a box ("" for null), in key order.
@@ -67,8 +63,7 @@ protected:
 
     std::vector<Message> messages() const {
         std::vector<Message> out;
-        for (auto& e : dialogs->log)
-            if (e.kind == forms::ScriptedDialogs::Entry::Message) out.emplace_back(e.text, e.style, e.title);
+        for (auto& e : GuiTest::messages()) out.emplace_back(e.text, e.style, e.title);
         return out;
     }
 

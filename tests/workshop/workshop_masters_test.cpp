@@ -43,11 +43,7 @@ protected:
         workshop::registerForms();
     }
     static void mechanic(const char* name, const char* code) {
-        auto rs = db::Database::open("Kerova.dsb")->OpenRecordset("SzervizModulSzerelok");
-        rs->AddNew();
-        rs->set("SzerelöNeve", std::string(name));
-        rs->set("SzerelöKódja", std::string(code));
-        rs->Update();
+        insert("Kerova.dsb", "SzervizModulSzerelok", {{"SzerelöNeve", std::string(name)}, {"SzerelöKódja", std::string(code)}});
     }
     template <class F>
     F& open(const char* name) {
