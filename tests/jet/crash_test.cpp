@@ -49,26 +49,22 @@ Plan plan(uint32_t b, uint32_t pagesBefore) {
     return pl;
 }
 
-[[noreturn]] void writerLoop(const std::string& path, int reportFd) {
+// Commits batches until killed (in a child process); reports each committed batch on reportFd.
+int writerLoop(const std::string& path, int reportFd) {
     injectWriteDelay(150);  // page writes take long enough for kills to land between them
-    try {
-        auto p = Pager::open(path, Pager::Mode::ReadWrite);
-        for (;;) {
-            p->begin();
-            uint32_t head[2];
-            std::memcpy(head, p->page(0)->data(), 8);
-            Plan pl = plan(head[0] + 1, head[1]);
-            while (p->pageCount() < pl.pagesAfter) p->append();
-            for (uint32_t pgno : pl.touched) stampPage(p->modify(pgno), head[0] + 1, pgno);
-            head[0] += 1;
-            head[1] = pl.pagesAfter;
-            std::memcpy(p->modify(0), head, 8);
-            p->commit();
-            if (write(reportFd, &head[0], 4) != 4) _exit(3);
-        }
-    } catch (const std::exception& e) {
-        fprintf(stderr, "writer: %s\n", e.what());
-        _exit(2);
+    auto p = Pager::open(path, Pager::Mode::ReadWrite);
+    for (;;) {
+        p->begin();
+        uint32_t head[2];
+        std::memcpy(head, p->page(0)->data(), 8);
+        Plan pl = plan(head[0] + 1, head[1]);
+        while (p->pageCount() < pl.pagesAfter) p->append();
+        for (uint32_t pgno : pl.touched) stampPage(p->modify(pgno), head[0] + 1, pgno);
+        head[0] += 1;
+        head[1] = pl.pagesAfter;
+        std::memcpy(p->modify(0), head, 8);
+        p->commit();
+        if (write(reportFd, &head[0], 4) != 4) return 3;
     }
 }
 
@@ -117,18 +113,16 @@ TEST(CrashSafety, AWriterKilledAtRandomLeavesBeforeOrAfterOneBatch) {
     for (int it = 0; it < 200 && std::chrono::steady_clock::now() - start < std::chrono::seconds(25); ++it) {
         int fds[2];
         ASSERT_EQ(pipe(fds), 0);
-        pid_t pid = fork();
-        ASSERT_GE(pid, 0);
-        if (pid == 0) {
+        pid_t pid = testsupport::spawn([&] {
             close(fds[0]);
-            writerLoop(path, fds[1]);
-        }
+            return writerLoop(path, fds[1]);
+        });
+        ASSERT_GE(pid, 0);
         close(fds[1]);
         usleep(1000 + rng() % 60000);
         kill(pid, SIGKILL);
-        int status = 0;
-        waitpid(pid, &status, 0);
-        ASSERT_TRUE(WIFSIGNALED(status)) << "the writer stopped by itself, exit " << WEXITSTATUS(status);
+        int rc = testsupport::exitCode(pid);
+        ASSERT_EQ(rc, 100 + SIGKILL) << "the writer stopped by itself, exit " << rc;
         ++kills;
         // A writer may die between its commit and its report: one unreported batch per writer
         // since the last one that reported.
@@ -185,33 +179,26 @@ TEST(CrashSafety, AKilledInserterLeavesAnAccessFileBeforeOrAfterItsBatch) {
     for (int it = 0; it < 25; ++it) {
         int fds[2];
         ASSERT_EQ(pipe(fds), 0);
-        pid_t pid = fork();
-        ASSERT_GE(pid, 0);
-        if (pid == 0) {
+        pid_t pid = testsupport::spawn([&] {
             close(fds[0]);
             injectWriteDelay(100);
-            try {
-                auto db = Database::open(path);
-                Table& t = db->table("Table2");
-                for (int32_t b = committedBatches(t);; ++b) {
-                    db->begin();
-                    for (int32_t k = 0; k < kBatchRows; ++k)
-                        t.insert({kBatchBase + b * kBatchRows + k, "batch " + std::to_string(b)});
-                    db->commit();
-                    int32_t done = b + 1;
-                    if (write(fds[1], &done, 4) != 4) _exit(3);
-                }
-            } catch (const std::exception& e) {
-                fprintf(stderr, "inserter: %s\n", e.what());
-                _exit(2);
+            auto db = Database::open(path);
+            Table& t = db->table("Table2");
+            for (int32_t b = committedBatches(t);; ++b) {
+                db->begin();
+                for (int32_t k = 0; k < kBatchRows; ++k)
+                    t.insert({kBatchBase + b * kBatchRows + k, "batch " + std::to_string(b)});
+                db->commit();
+                int32_t done = b + 1;
+                if (write(fds[1], &done, 4) != 4) return 3;
             }
-        }
+        });
+        ASSERT_GE(pid, 0);
         close(fds[1]);
         usleep(5000 + rng() % 60000);
         kill(pid, SIGKILL);
-        int status = 0;
-        waitpid(pid, &status, 0);
-        ASSERT_TRUE(WIFSIGNALED(status)) << "the inserter stopped by itself, exit " << WEXITSTATUS(status);
+        int rc = testsupport::exitCode(pid);
+        ASSERT_EQ(rc, 100 + SIGKILL) << "the inserter stopped by itself, exit " << rc;
         int32_t b;
         bool any = false;
         while (read(fds[0], &b, 4) == 4) reported = b, any = true;

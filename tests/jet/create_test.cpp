@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <fstream>
 #include <sstream>
 
 #include "jet/check.h"
@@ -15,16 +14,10 @@
 #include "jet/support.h"
 
 using namespace jet;
+using testsupport::readFile;
 using testsupport::TempDir;
 
 namespace {
-
-std::string readFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return ss.str();
-}
 
 // Every Access 2000 column type, a primary key, a unique, a plain and a two-column index.
 TableSpec fleetSpec() {

@@ -14,28 +14,10 @@
 #include "jet/support.h"
 
 using namespace jet;
+using testsupport::exitCode;
+using testsupport::spawn;
 
 namespace {
-
-// Runs f in a child process; its exit code is f's result (9 when it throws).
-pid_t spawn(const std::function<int()>& f) {
-    pid_t pid = fork();
-    if (pid == 0) {
-        int rc = 9;
-        try {
-            rc = f();
-        } catch (const std::exception& e) {
-            fprintf(stderr, "child: %s\n", e.what());
-        }
-        _exit(rc);
-    }
-    return pid;
-}
-int exitCode(pid_t pid) {
-    int status = 0;
-    waitpid(pid, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 100 + WTERMSIG(status);
-}
 
 // One byte through a pipe: a step of two processes in lock-step.
 struct Signal {

@@ -375,21 +375,17 @@ TEST(Pager, AReadOnlyFileOpenedForWritingFailsClearly) {
     ::chmod(path.c_str(), 0444);
     ::chmod(dir.path().c_str(), 0755);
     // Root may write anything: check as an ordinary user in a child process.
-    pid_t pid = fork();
-    if (pid == 0) {
-        if (geteuid() == 0 && setuid(65534) != 0) _exit(3);
+    pid_t pid = testsupport::spawn([&] {
+        if (geteuid() == 0 && setuid(65534) != 0) return 3;
         try {
             Pager::open(path, Pager::Mode::ReadWrite);
         } catch (const JetError& e) {
             bool clear = e.kind() == ErrorKind::Io && std::string(e.what()).find("read-only") != std::string::npos &&
                          std::string(e.what()).find(path) != std::string::npos;
-            _exit(clear ? 0 : 1);
+            return clear ? 0 : 1;
         }
-        _exit(2);
-    }
-    int status = 0;
-    waitpid(pid, &status, 0);
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 0);
+        return 2;
+    });
+    EXPECT_EQ(testsupport::exitCode(pid), 0);
     EXPECT_NO_THROW(Pager::open(path, Pager::Mode::ReadOnly));
 }

@@ -2,13 +2,24 @@
 // oracle, mdbtools, our own CLI) and reading their output.
 #pragma once
 
+#include <sys/types.h>
+
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace testsupport {
 
 namespace fs = std::filesystem;
+
+// A file's whole contents.
+std::string readFile(const fs::path& path);
+
+// Runs f in a child process; its exit code is f's result (9 when it throws). exitCode waits for
+// it: the exit code, or 100 + the signal that killed it.
+pid_t spawn(const std::function<int()>& f);
+int exitCode(pid_t pid);
 
 // A fresh folder under the system's temp dir, removed with its contents at destruction.
 class TempDir {

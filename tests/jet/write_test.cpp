@@ -5,7 +5,6 @@
 #include <fstream>
 #include <map>
 #include <random>
-#include <sstream>
 
 #include "jet/database.h"
 #include "jet/datapage.h"
@@ -17,6 +16,7 @@
 
 using namespace jet;
 namespace dp = jet::datapage;
+using testsupport::readFile;
 using testsupport::TempDir;
 
 namespace {
@@ -42,13 +42,6 @@ Bytes filled(size_t n, uint8_t seed) {
     Bytes b(n);
     for (size_t i = 0; i < n; ++i) b[i] = uint8_t(seed + i * 7);
     return b;
-}
-
-std::string readFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return ss.str();
 }
 
 }  // namespace
